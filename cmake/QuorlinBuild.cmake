@@ -1,0 +1,69 @@
+# What every target of the project has in common.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Programs and what lies beside them share one folder, as they do when installed.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+find_program(QUORLIN_CCACHE ccache)
+if(QUORLIN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${QUORLIN_CCACHE}")
+endif()
+
+option(QUORLIN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(QUORLIN_WERROR "Treat warnings as errors" OFF)
+
+add_library(quorlin_options INTERFACE)
+target_compile_options(quorlin_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-align
+  -Woverloaded-virtual -Wnull-dereference -Wno-missing-field-initializers)
+target_compile_definitions(quorlin_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
+  QUORLIN_VERSION="${PROJECT_VERSION}")
+if(QUORLIN_WERROR)
+  target_compile_options(quorlin_options INTERFACE -Werror)
+endif()
+if(QUORLIN_SANITIZE)
+  target_compile_options(quorlin_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(quorlin_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# quorlin_library(NAME SOURCES … LINKS …): the static library of one folder.
+# Its headers are included as "folder/Header.h" relative to src/.
+function(quorlin_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
+  target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_LINKS} PRIVATE quorlin_options)
+endfunction()
+
+# quorlin_program(NAME SOURCES … LINKS …): one executable in bin/.
+function(quorlin_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} quorlin_options)
+endfunction()
+
+# quorlin_test(NAME SOURCES … LINKS … [LABELS …] [TIMEOUT seconds]): one Qt Test program.
+function(quorlin_test name)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src" "${CMAKE_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE Qt6::Test ${ARG_LINKS} quorlin_options)
+  target_compile_definitions(${name} PRIVATE
+    QUORLIN_BIN_DIR="${CMAKE_BINARY_DIR}/bin" QUORLIN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  set_target_properties(${name} PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests-bin")
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

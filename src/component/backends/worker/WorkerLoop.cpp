@@ -1,0 +1,78 @@
+#include "component/backends/worker/WorkerLoop.h"
+
+#include "component/protocol/LineBuffer.h"
+#include "component/protocol/Message.h"
+#include "component/protocol/Protocol.h"
+
+#include <exception>
+#include <new>
+
+namespace Quorlin {
+
+int WorkerLoop::run(const QJsonObject &greeting, const Handler &handler)
+{
+    auto hello = greeting;
+    hello.insert(QStringLiteral("event"), QStringLiteral("ready"));
+    if (!send(hello))
+        return 1;
+    LineBuffer lines(Protocol::MaxLineBytes);
+    for (auto bytes = m_pipe.read(); !bytes.isEmpty(); bytes = m_pipe.read()) {
+        lines.append(bytes);
+        while (const auto line = lines.takeLine()) {
+            const auto request = Message::decode(*line);
+            if (request && !answer(*request, handler))
+                return 1;
+        }
+    }
+    return 0;
+}
+
+void WorkerLoop::progress(int percent)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_currentId.isNull() || percent == m_lastPercent)
+        return;
+    m_lastPercent = percent;
+    (void)m_pipe.write(Message::encode({{QStringLiteral("id"), m_currentId},
+                                        {QStringLiteral("event"), QStringLiteral("progress")},
+                                        {QStringLiteral("percent"), percent}}));
+}
+
+bool WorkerLoop::send(const QJsonObject &message)
+{
+    const std::lock_guard lock(m_mutex);
+    return m_pipe.write(Message::encode(message));
+}
+
+void WorkerLoop::begin(const QJsonObject &request)
+{
+    const std::lock_guard lock(m_mutex);
+    m_currentId = request.value(QLatin1String("id"));
+    m_lastPercent = -1;
+}
+
+bool WorkerLoop::answer(const QJsonObject &request, const Handler &handler)
+{
+    begin(request);
+    WorkerResult result;
+    try {
+        result = handler(request);
+    } catch (const std::bad_alloc &) {
+        result = {Reason::OutOfMemory, {}, {}};
+    } catch (const std::exception &error) {
+        result = {Reason::EngineFailed, QString::fromUtf8(error.what()), {}};
+    }
+    auto message = result.values;
+    message.insert(QStringLiteral("id"), request.value(QLatin1String("id")));
+    const bool done = result.reason == Reason::None;
+    message.insert(QStringLiteral("event"),
+                   done ? QStringLiteral("done") : QStringLiteral("failed"));
+    if (!done) {
+        message.insert(QStringLiteral("reason"), reasonKey(result.reason));
+        message.insert(QStringLiteral("text"),
+                       result.text.isEmpty() ? reasonText(result.reason) : result.text);
+    }
+    return send(message);
+}
+
+} // namespace Quorlin

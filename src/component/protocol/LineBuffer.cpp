@@ -1,0 +1,53 @@
+#include "component/protocol/LineBuffer.h"
+
+#include <utility>
+
+namespace Quorlin {
+
+LineBuffer::LineBuffer(qsizetype maxLineBytes) : m_maxLineBytes(maxLineBytes) {}
+
+void LineBuffer::append(QByteArrayView bytes)
+{
+    if (m_dropping) {
+        const auto end = bytes.indexOf('\n');
+        if (end < 0)
+            return;
+        m_dropping = false;
+        bytes = bytes.sliced(end + 1);
+    }
+    m_pending.append(bytes);
+}
+
+std::optional<QByteArray> LineBuffer::takeLine()
+{
+    for (;;) {
+        const auto end = m_pending.indexOf('\n', m_scanned);
+        if (end < 0) {
+            m_scanned = m_pending.size();
+            if (m_scanned > m_maxLineBytes) {
+                m_pending.clear();
+                m_scanned = 0;
+                m_dropping = true;
+                m_overflowed = true;
+            }
+            return std::nullopt;
+        }
+        QByteArray line = m_pending.left(end);
+        m_pending.remove(0, end + 1);
+        m_scanned = 0;
+        if (line.size() > m_maxLineBytes) {
+            m_overflowed = true;
+            continue;
+        }
+        if (line.endsWith('\r'))
+            line.chop(1);
+        return line;
+    }
+}
+
+bool LineBuffer::takeOverflow()
+{
+    return std::exchange(m_overflowed, false);
+}
+
+} // namespace Quorlin
