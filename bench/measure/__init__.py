@@ -1,0 +1,1 @@
+"""What the measuring commands share: staging, both ways of converting, and reading the results."""
