@@ -3,6 +3,7 @@
 import json
 import shutil
 import time
+from collections import Counter
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -92,16 +93,14 @@ def read_stage_note(target):
 
 def earlier_export(documents, folder):
     """Label → Outcome from a folder kept before, or from a flat folder of `name.pdf`."""
-    stems = [document.staged.stem for document in documents]
+    stems = Counter(document.staged.stem for document in documents)
     outcomes = {}
     for document in documents:
-        kept = document.output_in(folder)
         stem = document.staged.stem
-        if not kept.is_file() and stems.count(stem) == 1:
-            kept = Path(folder) / (stem + ".pdf")
-        outcomes[document.label] = (
-            Outcome(kept) if kept.is_file() else Outcome(None, "not in the earlier export")
-        )
+        places = [document.staged] if document.is_pdf else [document.output_in(folder)]
+        places += [Path(folder) / (stem + ".pdf")] if stems[stem] == 1 else []
+        found = next((place for place in places if place.is_file()), None)
+        outcomes[document.label] = Outcome(found, "" if found else "not in the earlier export")
     return outcomes
 
 

@@ -154,4 +154,7 @@ class Summary:
 
 
 def kept_text(tally):
-    return f"{tally.kept} of {tally.total} ({tally.percent:.3f} %), {tally.added} added"
+    if not tally.total and not tally.added:
+        return "none"
+    added = f", {tally.added} added" if tally.added else ""
+    return f"{tally.kept} of {tally.total} ({tally.percent:.3f} %){added}"

@@ -4,6 +4,7 @@ import os
 import subprocess
 from collections import Counter
 from dataclasses import dataclass
+from urllib.parse import quote
 
 from .pdfobjects import PdfObjects, UnreadablePdf, is_name, is_string, text
 
@@ -132,7 +133,7 @@ class Places:
 
     def __init__(self, objects, stage_folder=None):
         self._objects = objects
-        self._base = f"file://{stage_folder}/" if stage_folder else None
+        self._base = f"file://{quote(str(stage_folder))}/" if stage_folder else None
         self.pages = [PageView(objects, page) for page in objects.pages]
         self._named = {name[1:]: value for name, value in objects.dictionary(objects.catalog.get("/Dests")).items()}
         names = objects.dictionary(objects.catalog.get("/Names"))

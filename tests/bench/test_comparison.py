@@ -65,6 +65,15 @@ class SameTest(ComparisonTest):
     def two_pages(self, annotation):
         return PdfBuilder([Page(["one"], annotations=[annotation]), Page(["two"])])
 
+    def test_links_to_files_are_told_from_the_documents_folder(self):
+        sides = []
+        for stage in ("/tmp/first stage", "/tmp/second"):
+            address = f"file://{stage.replace(' ', '%20')}/a/other.odt"
+            path = PdfBuilder([Page(annotations=[web_link(address)])]).write(self.folder / f"{len(sides)}.pdf")
+            sides.append(read_facts(path, stage))
+        self.assertEqual(sides[0].links[0].address, "file:///(documents)/a/other.odt")
+        self.assertEqual(compare(*sides).tallies["external"].kept, 1)
+
     def test_titles_are_the_same_in_either_encoding(self):
         plain = sample(info="/Title (Caf\\351)")
         wide = sample(info="/Title <FEFF00430061006600E9>")
