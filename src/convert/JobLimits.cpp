@@ -1,0 +1,15 @@
+#include "convert/JobLimits.h"
+
+namespace Quorlin {
+
+QJsonObject JobLimits::toJson() const
+{
+    QJsonObject limits;
+    if (stall.count() > 0)
+        limits.insert(QStringLiteral("stall"), static_cast<qint64>(stall.count()));
+    if (total.count() > 0)
+        limits.insert(QStringLiteral("total"), static_cast<qint64>(total.count()));
+    return limits;
+}
+
+} // namespace Quorlin

@@ -1,0 +1,37 @@
+#include "convert/PDFLib.h"
+
+#include "component/protocol/Protocol.h"
+
+namespace Quorlin {
+
+PDFLib::PDFLib(ComponentClient &client, QObject *parent)
+    : ComponentObject(client, Protocol::Print, parent), m_printerName(QStringLiteral("Varnex PDF"))
+{
+}
+
+bool PDFLib::acceptsFile(const QString &filePath)
+{
+    const auto reason = Acceptance::refusalOf(filePath);
+    if (reason == Reason::None)
+        return true;
+    m_lastRefusal = Refusal(reason);
+    return false;
+}
+
+QStringList PDFLib::extensions(Family family)
+{
+    return Acceptance::extensions(family);
+}
+
+QJsonObject PDFLib::requestMembers() const
+{
+    return {{QStringLiteral("printer"), m_printerName}};
+}
+
+void PDFLib::outputKnown(qint32 index, const QString &filename)
+{
+    auto name = filename;
+    Q_EMIT OnOutputFilename(index, name);
+}
+
+} // namespace Quorlin

@@ -1,0 +1,6 @@
+#include "fakes/FakeComponent.h"
+
+int main()
+{
+    return Quorlin::FakeComponent().run();
+}
