@@ -1,0 +1,73 @@
+#pragma once
+
+#include "component/backends/postscript/GraphicsStateMarks.h"
+#include "component/backends/postscript/MarkLibrary.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Quorlin {
+
+/// Rewrites the contents of pages and forms so that transparency and invisible text survive a
+/// printing tool that knows neither.
+///
+/// Each stream is rewritten at most once and only when it needs marks; all others stay as they
+/// are. Streams that cannot be decoded are left alone and print opaquely.
+class ContentMarks
+{
+public:
+    /// What the marks of a document are for.
+    struct Purpose
+    {
+        bool transparency = false;  ///< something in the document looks through
+        bool invisibleText = false; ///< look for text that is only there to be found
+    };
+
+    ContentMarks(QPDF &pdf, MarkLibrary &library, Purpose purpose);
+
+    /// Rewrites a page with its forms and the appearances of its annotations. The page gets
+    /// resources of its own with the marks.
+    void markPage(QPDFObjectHandle page);
+
+private:
+    /// The marks for the resources of a stream, by the names that its content uses.
+    struct Scope
+    {
+        QPDFObjectHandle resources;
+        std::map<std::string, GraphicsStateMarks> states;
+        std::map<std::string, std::vector<std::string>> maskedImages;
+        MarkNames names;     ///< what the forms inside draw
+        bool hasOwn = false; ///< the content itself needs marks
+        bool blends = false; ///< it or a form inside uses a blend mode
+    };
+
+    Scope &scopeOf(QPDFObjectHandle resources);
+    void fill(Scope &scope, QPDFObjectHandle resources);
+    void readStates(Scope &scope);
+    void readXObjects(Scope &scope);
+    const GraphicsStateMarks &stateMarks(QPDFObjectHandle states, const std::string &name);
+    std::vector<std::string> imageMarks(QPDFObjectHandle image);
+    const MarkNames &markForm(QPDFObjectHandle form, QPDFObjectHandle inherited);
+    MarkNames rewriteForm(QPDFObjectHandle form, QPDFObjectHandle inherited);
+    void markAppearance(QPDFObjectHandle appearance, QPDFObjectHandle inherited, MarkNames &names);
+    void markAnnotations(QPDFObjectHandle page, QPDFObjectHandle inherited, MarkNames &names);
+    std::optional<std::string> rewrite(const Scope &scope, const std::string &content,
+                                       MarkNames &names);
+    [[nodiscard]] std::string groupBegin(QPDFObjectHandle form, bool blends) const;
+
+    QPDF &m_pdf;
+    MarkLibrary &m_library;
+    Purpose m_purpose;
+    std::map<QPDFObjGen, GraphicsStateMarks> m_states;
+    std::map<QPDFObjGen, std::vector<std::string>> m_images;
+    std::map<QPDFObjGen, MarkNames> m_forms;
+    std::map<QPDFObjGen, bool> m_formBlends;
+    std::map<QPDFObjGen, std::unique_ptr<Scope>> m_scopes;
+    std::vector<std::unique_ptr<Scope>> m_directScopes;
+    int m_depth = 0;
+};
+
+} // namespace Quorlin

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace Quorlin {
+
+/// Which text each character code of a font stands for, read from a /ToUnicode character map.
+///
+/// Damaged maps give what could be read; a map never grows beyond 65536 codes.
+class FontUnicode
+{
+public:
+    FontUnicode() = default;
+
+    /// Reads the bytes of a /ToUnicode stream.
+    [[nodiscard]] static FontUnicode parse(std::string_view cmap);
+
+    /// Text of each code in UTF-16. Texts longer than 32 units and empty ones are left out.
+    [[nodiscard]] const std::map<std::uint32_t, std::u16string> &texts() const { return m_texts; }
+
+private:
+    std::map<std::uint32_t, std::u16string> m_texts;
+};
+
+} // namespace Quorlin

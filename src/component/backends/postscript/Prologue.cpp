@@ -1,0 +1,48 @@
+#include "component/backends/postscript/Prologue.h"
+
+#include "component/backends/postscript/PrologueText.h"
+
+namespace Quorlin::Prologue {
+
+namespace {
+
+/// Few enough that an array of pairs stays within the limits of any interpreter.
+constexpr int PairsInArray = 8000;
+
+void appendHex(std::string &out, const std::u16string &text)
+{
+    static constexpr char Digits[] = "0123456789ABCDEF";
+    out.push_back('<');
+    for (const char16_t unit : text)
+        for (int shift = 12; shift >= 0; shift -= 4)
+            out.push_back(Digits[(unit >> shift) & 15]);
+    out.push_back('>');
+}
+
+} // namespace
+
+std::string procedures()
+{
+    return PrologueText;
+}
+
+std::string fontTable(const std::map<std::string, FontUnicode> &fonts)
+{
+    std::string out;
+    for (const auto &[name, font] : fonts) {
+        if (font.texts().empty())
+            continue;
+        out += "xpdf /QTfonts get /" + name + " [[";
+        int pairs = 0;
+        for (const auto &[code, text] : font.texts()) {
+            if (pairs > 0 && pairs % PairsInArray == 0)
+                out += "][";
+            out += (pairs++ % 8 == 0 ? "\n" : " ") + std::to_string(code);
+            appendHex(out, text);
+        }
+        out += "]] put\n";
+    }
+    return out;
+}
+
+} // namespace Quorlin::Prologue

@@ -1,0 +1,48 @@
+#include "component/backends/postscript/PrintJob.h"
+#include "component/backends/worker/WorkerLoop.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+
+using namespace Quorlin;
+
+namespace {
+
+AddressRebase readRebase(const QJsonArray &pairs)
+{
+    AddressRebase rebase;
+    for (const auto &pair : pairs)
+        rebase.emplace_back(pair.toArray().at(0).toString().toStdString(),
+                            pair.toArray().at(1).toString().toStdString());
+    return rebase;
+}
+
+PrintRequest readRequest(const QJsonObject &request)
+{
+    const auto text = [&](const char *key) { return request.value(QLatin1String(key)).toString(); };
+    PrintRequest print;
+    print.input = text("input");
+    print.output = text("output");
+    print.workFolder = text("work");
+    print.printer = text("printer");
+    print.title = text("title");
+    print.rebase = readRebase(request.value(QLatin1String("rebase")).toArray());
+    print.foreign = request.value(QLatin1String("foreign")).toBool(true);
+    return print;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    WorkerLoop loop;
+    const QJsonObject greeting{{QStringLiteral("worker"), QStringLiteral("quorlin-pdf-print")}};
+    return loop.run(greeting, [&](const QJsonObject &request) -> WorkerResult {
+        if (request.value(QLatin1String("op")).toString() != QLatin1String("print"))
+            return {Reason::EngineFailed, QStringLiteral("Unknown request"), {}};
+        const auto outcome =
+            PrintJob().run(readRequest(request), [&](int percent) { loop.progress(percent); });
+        return {outcome.reason, outcome.text, {{QStringLiteral("pages"), outcome.pages}}};
+    });
+}
