@@ -1,0 +1,60 @@
+#include "component/supervisor/BringIn.h"
+
+#include "component/protocol/Acceptance.h"
+#include "component/supervisor/ExclusiveFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace Quorlin::BringIn {
+
+namespace {
+
+Reason reasonOf(ExclusiveFile::Result result, const QString &from)
+{
+    switch (result) {
+    case ExclusiveFile::Result::Done:
+        return Reason::None;
+    case ExclusiveFile::Result::NoRoom:
+        return Reason::NoRoom;
+    case ExclusiveFile::Result::NotAllowed:
+        return Reason::NotReadable;
+    default:
+        return QFileInfo::exists(from) ? Reason::NotReadable : Reason::NotFound;
+    }
+}
+
+} // namespace
+
+Reason document(const QString &from, const QString &to)
+{
+    const auto refusal = Acceptance::refusalOf(from);
+    return refusal == Reason::None ? file(from, to) : refusal;
+}
+
+Reason file(const QString &from, const QString &to)
+{
+    return reasonOf(ExclusiveFile::copy(from, to), from);
+}
+
+Reason linkedFile(const QString &from, const QString &to)
+{
+    return reasonOf(ExclusiveFile::publish(from, to, [] {}), from);
+}
+
+QString safeName(const QString &fileName)
+{
+    constexpr qsizetype MostBytes = 200;
+    const bool printable =
+        std::ranges::all_of(fileName, [](QChar c) { return c.isPrint() || c.isSurrogate(); });
+    return printable && fileName.toUtf8().size() <= MostBytes ? fileName : plainName(fileName);
+}
+
+QString plainName(const QString &fileName)
+{
+    return QStringLiteral("document.") + QFileInfo(fileName).suffix().toLower();
+}
+
+} // namespace Quorlin::BringIn

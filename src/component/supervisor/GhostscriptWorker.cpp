@@ -1,0 +1,97 @@
+#include "component/supervisor/GhostscriptWorker.h"
+
+#include "component/backends/ghostscript/GhostscriptCommand.h"
+#include "component/backends/ghostscript/GhostscriptServer.h"
+#include "component/supervisor/GhostscriptRun.h"
+#include "component/supervisor/PdfFile.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+
+namespace Quorlin {
+
+GhostscriptWorker::GhostscriptWorker(const QString &folder, const QString &optionsFile,
+                                     QObject *parent)
+    : Worker(parent), m_folder(folder), m_optionsFile(optionsFile), m_lines(64 * 1024)
+{
+}
+
+void GhostscriptWorker::prepare(QProcess &process)
+{
+    GhostscriptRun::prepareProcess(process, m_folder, GhostscriptCommand::server(m_folder));
+}
+
+void GhostscriptWorker::started()
+{
+    write(GhostscriptServer::start(QFile::encodeName(m_optionsFile), nextToken()));
+}
+
+void GhostscriptWorker::begin(const WorkerTask &task)
+{
+    m_error.clear();
+    m_pages = 0;
+    const auto path = [&task](QLatin1String key) {
+        return QFile::encodeName(task.request.value(key).toString());
+    };
+    write(GhostscriptServer::distil(path(QLatin1String("input")), path(QLatin1String("output")),
+                                    nextToken()));
+}
+
+void GhostscriptWorker::read(const QByteArray &bytes)
+{
+    m_lines.append(bytes);
+    while (const auto line = m_lines.takeLine())
+        handle(*line);
+}
+
+void GhostscriptWorker::handle(const QByteArray &line)
+{
+    using Kind = GhostscriptServer::Answer::Kind;
+    const auto said = GhostscriptServer::parse(line, m_token);
+    if (!said)
+        return;
+    if (said->kind == Kind::Error) {
+        m_error = said->errorName;
+        return;
+    }
+    if (said->kind == Kind::Page) {
+        m_pages = said->pages;
+        const auto expected = task().request.value(QLatin1String("pages")).toInt();
+        return reportProgress(expected > 0 ? qMin(99, m_pages * 100 / expected) : 0);
+    }
+    if (!isStarting())
+        return finishDocument();
+    if (m_error.isEmpty())
+        return becomeReady();
+    refuseStart({Reason::BadOptions,
+                 tr("the job-options file is faulty (%1)").arg(QString::fromLatin1(m_error)),
+                 {},
+                 true});
+    end();
+}
+
+void GhostscriptWorker::finishDocument()
+{
+    const auto output = task().request.value(QLatin1String("output")).toString();
+    WorkerAnswer result{Reason::None, {}, {{QStringLiteral("pages"), m_pages}}, false};
+    if (!m_error.isEmpty())
+        result = GhostscriptRun::failureOf(m_error);
+    else if (m_pages == 0)
+        result.reason = Reason::NothingPrinted;
+    else if (!PdfFile::looksWhole(output))
+        result.reason = Reason::EngineFailed;
+    answer(result);
+}
+
+QString GhostscriptWorker::programName() const
+{
+    return GhostscriptRun::name();
+}
+
+QByteArray GhostscriptWorker::nextToken()
+{
+    m_token = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+    return m_token;
+}
+
+} // namespace Quorlin

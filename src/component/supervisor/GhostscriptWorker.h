@@ -1,0 +1,40 @@
+#pragma once
+
+#include "component/protocol/LineBuffer.h"
+#include "component/supervisor/Worker.h"
+
+namespace Quorlin {
+
+/// One warm Ghostscript that distils file after file with one job-options file.
+///
+/// Requests carry "input" and "output", paths inside the folder; the answer carries "pages".
+/// Serves only PostScript that our own print worker wrote.
+class GhostscriptWorker : public Worker
+{
+    Q_OBJECT
+
+public:
+    /// @param folder private folder that holds all files this process may touch.
+    GhostscriptWorker(const QString &folder, const QString &optionsFile, QObject *parent = nullptr);
+
+protected:
+    void prepare(QProcess &process) override;
+    void started() override;
+    void begin(const WorkerTask &task) override;
+    void read(const QByteArray &bytes) override;
+    [[nodiscard]] QString programName() const override;
+
+private:
+    void handle(const QByteArray &line);
+    void finishDocument();
+    [[nodiscard]] QByteArray nextToken();
+
+    QString m_folder;
+    QString m_optionsFile;
+    LineBuffer m_lines;
+    QByteArray m_token;
+    QByteArray m_error;
+    int m_pages = 0;
+};
+
+} // namespace Quorlin

@@ -1,0 +1,289 @@
+#include "component/supervisor/PrintJob.h"
+
+#include "component/protocol/Acceptance.h"
+#include "component/supervisor/Background.h"
+#include "component/supervisor/BringIn.h"
+#include "component/supervisor/PdfFile.h"
+#include "component/supervisor/WorkFolder.h"
+#include "component/supervisor/Workers.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <utility>
+
+namespace Quorlin {
+
+namespace {
+
+// Enough to keep engines and printers busy, few enough not to fill the disk.
+constexpr int MostUnderWay = 8;
+// A document's progress: the export takes most of the time.
+constexpr int ExportedPercent = 60;
+
+QStringList fallbackFolders()
+{
+    return {QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), QDir::homePath()};
+}
+
+Reason reasonOf(ExclusiveFile::Result result)
+{
+    switch (result) {
+    case ExclusiveFile::Result::Done:
+        return Reason::None;
+    case ExclusiveFile::Result::NoRoom:
+        return Reason::NoRoom;
+    default:
+        return Reason::NotAllowed;
+    }
+}
+
+QString folderAddress(const QString &folder)
+{
+    const auto address = QString::fromLatin1(QUrl::fromLocalFile(folder).toEncoded());
+    return address.endsWith(QLatin1Char('/')) ? address : address + QLatin1Char('/');
+}
+
+bool deservesSecondTry(Reason reason)
+{
+    return reason == Reason::EngineFailed || reason == Reason::TookTooLong ||
+           reason == Reason::Damaged;
+}
+
+} // namespace
+
+PrintJob::PrintJob(const Request &request, Workers &workers, WorkFolder &workFolder,
+                   Outputs &outputs, QObject *parent)
+    : Job(request.number, request.documents.size(), request.limits, parent), m_request(request),
+      m_workers(workers), m_workFolder(workFolder), m_outputs(outputs)
+{
+}
+
+void PrintJob::begin()
+{
+    const auto places = OutputNames(fallbackFolders()).places(m_request.documents);
+    for (qsizetype i = 0; i < count(); ++i)
+        m_documents.append({m_request.documents[i], places[i]});
+    admitMore();
+}
+
+void PrintJob::admitMore()
+{
+    while (m_underWay < MostUnderWay && m_nextToAdmit < count()) {
+        ++m_underWay;
+        admit(m_nextToAdmit++);
+    }
+    if (m_underWay == 0 && !m_failedOnce.isEmpty())
+        retryFailed();
+}
+
+void PrintJob::admit(qsizetype index)
+{
+    auto &document = m_documents[index];
+    const auto name = QFileInfo(document.file).fileName();
+    tell(tr("Printing %1").arg(name));
+    if (document.place.folder.isEmpty())
+        return refuse(index, Reason::NotAllowed);
+    if (document.place.inPlace)
+        return useAsItIs(index);
+    const auto folder = m_workFolder.newFolder(QStringLiteral("document"));
+    if (!folder || !QDir(*folder).mkdir(QStringLiteral("in")))
+        return refuse(index, Reason::NoRoom);
+    document.folder = *folder;
+    bringIn(index, BringIn::safeName(name));
+}
+
+void PrintJob::bringIn(qsizetype index, const QString &name)
+{
+    auto &document = m_documents[index];
+    document.input = document.folder + QStringLiteral("/in/") + name;
+    const auto copy = [from = document.file, to = document.input] {
+        return BringIn::document(from, to);
+    };
+    Background::run(this, copy, [this, index](Reason reason) {
+        if (reason == Reason::None)
+            broughtIn(index);
+        else
+            refuse(index, reason);
+    });
+}
+
+void PrintJob::broughtIn(qsizetype index)
+{
+    const auto &document = m_documents[index];
+    switch (Acceptance::entranceOf(document.file)) {
+    case Entrance::Office:
+        return exportDocument(index);
+    case Entrance::Pdf:
+        return print(index, document.input);
+    case Entrance::PostScript:
+        return placeOutput(index, document.input, {.origin = PostScriptOrigin::Foreign});
+    case Entrance::None:
+        return refuse(index, Reason::UnknownFormat);
+    }
+}
+
+void PrintJob::useAsItIs(qsizetype index)
+{
+    const auto look = [file = m_documents[index].file] { return Acceptance::refusalOf(file); };
+    Background::run(this, look, [this, index](Reason reason) {
+        if (reason == Reason::None)
+            give(index, m_documents[index].file);
+        else
+            refuse(index, reason);
+    });
+}
+
+WorkerTask PrintJob::taskFor(qsizetype index, const QJsonObject &request, int from, int to)
+{
+    WorkerTask task;
+    task.request = request;
+    task.folder = m_documents[index].folder;
+    task.limits = limits();
+    task.progressed = [this, index, from, to](int percent) {
+        setPercent(index, from + (to - from) * percent / 100);
+    };
+    return task;
+}
+
+void PrintJob::exportDocument(qsizetype index)
+{
+    const auto &document = m_documents[index];
+    auto task =
+        taskFor(index,
+                {{QStringLiteral("op"), QStringLiteral("export")},
+                 {QStringLiteral("input"), document.input},
+                 {QStringLiteral("output"), document.folder + QStringLiteral("/export.pdf")},
+                 {QStringLiteral("plain"), document.secondTry}},
+                0, ExportedPercent);
+    if (document.secondTry)
+        task.after = m_engineGeneration;
+    task.finished = [this, index](const WorkerAnswer &answer) { exported(index, answer); };
+    m_workers.office().submit(std::move(task));
+}
+
+void PrintJob::exported(qsizetype index, const WorkerAnswer &answer)
+{
+    const auto &document = m_documents[index];
+    const auto pdf = document.folder + QStringLiteral("/export.pdf");
+    auto result = answer;
+    if (result.reason == Reason::None && !PdfFile::looksWhole(pdf))
+        result = {Reason::EngineFailed, {}, {}, false};
+    if (result.reason != Reason::None)
+        return retryLater(index, result);
+    print(index, pdf);
+}
+
+void PrintJob::retryLater(qsizetype index, const WorkerAnswer &answer)
+{
+    auto &document = m_documents[index];
+    if (!deservesSecondTry(answer.reason))
+        return refuse(index, answer.reason, answer.text);
+    // What the first try said is nearer to the truth than a plainer second one.
+    if (document.secondTry)
+        return refuse(index, document.firstReason, document.firstText);
+    document.firstReason = answer.reason;
+    document.firstText = answer.text;
+    m_failedOnce.append(index);
+    leave();
+}
+
+void PrintJob::retryFailed()
+{
+    m_engineGeneration = m_workers.office().generation();
+    for (const auto index : std::exchange(m_failedOnce, {})) {
+        auto &document = m_documents[index];
+        document.secondTry = true;
+        ++m_underWay;
+        QFile::remove(document.folder + QStringLiteral("/export.pdf"));
+        bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
+    }
+}
+
+QJsonArray PrintJob::rebaseOf(const Document &document)
+{
+    // Relative links point beside the copy; the working folder's parents stand for those of
+    // the document's own folder.
+    QJsonArray pairs;
+    auto from = QFileInfo(document.input).absolutePath();
+    auto to = QFileInfo(document.file).absolutePath();
+    while (!QDir(from).isRoot()) {
+        pairs.append(QJsonArray{folderAddress(from), folderAddress(to)});
+        from = QFileInfo(from).absolutePath();
+        to = QFileInfo(to).absolutePath();
+    }
+    return pairs;
+}
+
+void PrintJob::print(qsizetype index, const QString &pdf)
+{
+    const auto &document = m_documents[index];
+    setPercent(index, ExportedPercent);
+    auto task =
+        taskFor(index,
+                {{QStringLiteral("op"), QStringLiteral("print")},
+                 {QStringLiteral("input"), pdf},
+                 {QStringLiteral("output"), document.folder + QStringLiteral("/printed.ps")},
+                 {QStringLiteral("work"), document.folder},
+                 {QStringLiteral("printer"), m_request.printerName},
+                 {QStringLiteral("title"), document.place.base},
+                 {QStringLiteral("rebase"), rebaseOf(document)},
+                 {QStringLiteral("foreign"), pdf == document.input}},
+                ExportedPercent, 99);
+    task.finished = [this, index](const WorkerAnswer &answer) { printed(index, answer); };
+    m_workers.print().submit(std::move(task));
+}
+
+void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
+{
+    if (answer.reason != Reason::None)
+        return refuse(index, answer.reason, answer.text);
+    const auto &document = m_documents[index];
+    const bool ours = Acceptance::entranceOf(document.file) == Entrance::Office;
+    placeOutput(index, document.folder + QStringLiteral("/printed.ps"),
+                {.origin = ours ? PostScriptOrigin::Ours : PostScriptOrigin::Printed,
+                 .pages = answer.values.value(QLatin1String("pages")).toInt()});
+}
+
+void PrintJob::placeOutput(qsizetype index, const QString &file, const Outputs::Output &properties)
+{
+    const auto place = [this, file, properties, at = m_documents[index].place] {
+        return m_outputs.place(file, at.folder, at.base, QStringLiteral("ps"), properties);
+    };
+    Background::run(this, place, [this, index](const Outputs::Placed &placed) {
+        if (placed.result == ExclusiveFile::Result::Done)
+            give(index, placed.path);
+        else
+            refuse(index, reasonOf(placed.result));
+    });
+}
+
+void PrintJob::give(qsizetype index, const QString &output)
+{
+    leave();
+    succeed(index, output);
+}
+
+void PrintJob::refuse(qsizetype index, Reason reason, const QString &text)
+{
+    const auto &document = m_documents[index];
+    if (!document.folder.isEmpty())
+        QDir(document.folder).removeRecursively();
+    leave();
+    const auto folder = document.place.folder.isEmpty() ? QFileInfo(document.file).absolutePath()
+                                                        : document.place.folder;
+    fail(index, reason, text,
+         OutputNames::missingName(folder, document.place.base, QStringLiteral("ps")));
+}
+
+/// One place is free for the next document.
+void PrintJob::leave()
+{
+    --m_underWay;
+    QMetaObject::invokeMethod(this, &PrintJob::admitMore, Qt::QueuedConnection);
+}
+
+} // namespace Quorlin

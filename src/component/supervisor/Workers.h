@@ -1,0 +1,60 @@
+#pragma once
+
+#include "component/backends/ghostscript/GhostscriptCommand.h"
+#include "component/supervisor/WorkerPool.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace Quorlin {
+
+class WorkFolder;
+
+/// All workers of one component, by what they do.
+class Workers : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param programFolder where the worker programs lie; @param workFolder outlives this.
+    Workers(const QString &programFolder, WorkFolder &workFolder, QObject *parent = nullptr);
+    ~Workers() override;
+
+    /// Opens documents: {"op":"export",…}.
+    [[nodiscard]] WorkerPool &office() { return *m_office; }
+    /// Prints PDFs to PostScript: {"op":"print",…}.
+    [[nodiscard]] WorkerPool &print() { return *m_print; }
+    /// Distils PostScript of ours; the key is the job-options file. Needs "input", "output",
+    /// "pages", all files in distilFolder().
+    [[nodiscard]] WorkerPool &warmDistil() { return *m_warmDistil; }
+    /// Distils any PostScript in a process of its own. Needs "input", "output", "options",
+    /// "printed" (it came from a PDF), all files in the task's folder.
+    [[nodiscard]] WorkerPool &singleDistil() { return *m_singleDistil; }
+    /// Joins PDFs: {"op":"merge",…}.
+    [[nodiscard]] WorkerPool &merge() { return *m_merge; }
+
+    /// The one folder that warm distillers may touch.
+    [[nodiscard]] QString distilFolder();
+
+    /// Starts what the first document will need.
+    void warm();
+
+    void shutDown();
+
+private:
+    void makePools(int cores);
+    [[nodiscard]] std::unique_ptr<Worker> officeWorker();
+    [[nodiscard]] QString programPath(const char *name) const;
+
+    QString m_programFolder;
+    WorkFolder &m_workFolder;
+    QString m_distilFolder;
+    std::unique_ptr<WorkerPool> m_office;
+    std::unique_ptr<WorkerPool> m_print;
+    std::unique_ptr<WorkerPool> m_warmDistil;
+    std::unique_ptr<WorkerPool> m_singleDistil;
+    std::unique_ptr<WorkerPool> m_merge;
+};
+
+} // namespace Quorlin
