@@ -86,13 +86,15 @@ QPDFObjectHandle PdfMaker::addBookmark(QPDFObjectHandle parent, const std::strin
 
 void PdfMaker::save(const QString &path)
 {
-    QPDFWriter writer(m_pdf, QFile::encodeName(path).constData());
+    const auto file = QFile::encodeName(path);
+    QPDFWriter writer(m_pdf, file.constData());
     writer.write();
 }
 
 void PdfMaker::saveEncrypted(const QString &path, const char *password)
 {
-    QPDFWriter writer(m_pdf, QFile::encodeName(path).constData());
+    const auto file = QFile::encodeName(path);
+    QPDFWriter writer(m_pdf, file.constData());
     writer.setR6EncryptionParameters(password, "owner", true, true, false, true, true, true,
                                      qpdf_r3p_full, true);
     writer.write();

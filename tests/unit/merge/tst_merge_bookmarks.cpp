@@ -33,6 +33,7 @@ private Q_SLOTS:
     void coloursAndStylesAreKept();
     void titlesBeyondAsciiAreKept();
     void namedTargetsOfBookmarksAreKept();
+    void actionsThatAreObjectsOfTheirOwnAreKept();
     void aDocumentsEntryLeadsToTheTopOfItsFirstPage();
     void theEntryOfATurnedPageLeadsToTheCornerThatShowsUpperLeft();
     void theBookmarksPanelIsShown();
@@ -132,6 +133,20 @@ void TestMergeBookmarks::namedTargetsOfBookmarksAreKept()
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.bookmarks(),
              QStringLiteral("a>a1{Direct>a2 Action>a2} b>b1{Direct>b2 Action>b2}"));
+}
+
+void TestMergeBookmarks::actionsThatAreObjectsOfTheirOwnAreKept()
+{
+    PdfMaker a("a", 2);
+    auto action = a.object("<</S /GoTo /D [@2 /Fit]>>");
+    a.addBookmark(None, "Far", "/A " + action.unparse());
+    a.addBookmark(None, "Out", "/A " + a.object("<</S /URI /URI (http://x)>>").unparse());
+    MergeScene scene;
+    scene.add(a, QStringLiteral("a"));
+    QCOMPARE(scene.merge(false).reason, Reason::None);
+    QCOMPARE(scene.bookmarks(), QStringLiteral("Far>a2 Out>none"));
+    auto last = scene.root().getKey("/Outlines").getKey("/Last");
+    QCOMPARE(last.getKey("/A").getKey("/URI").getStringValue(), std::string("http://x"));
 }
 
 void TestMergeBookmarks::aDocumentsEntryLeadsToTheTopOfItsFirstPage()

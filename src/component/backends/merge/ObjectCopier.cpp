@@ -40,6 +40,12 @@ bool isShareable(QPDFObjectHandle &dictionary)
            !dictionary.getKey("/S").isNameAndEquals("/GoTo");
 }
 
+/// An object to be filled later. It is not null: a dictionary drops keys whose value is null.
+QPDFObjectHandle newPlaceholder(QPDF &target)
+{
+    return target.makeIndirectObject(QPDFObjectHandle::newBool(false));
+}
+
 bool isStructureKey(const std::string &key)
 {
     return key == "/StructParent" || key == "/StructParents";
@@ -59,7 +65,7 @@ ObjectCopier::ObjectCopier(SourceDocument &source, QPDF &target, DestinationName
 std::vector<QPDFObjectHandle> ObjectCopier::copyPages(const QPDFObjectHandle &parent)
 {
     for (const auto &page : m_source.pages()) {
-        m_pages.push_back(m_target.makeIndirectObject(QPDFObjectHandle::newNull()));
+        m_pages.push_back(newPlaceholder(m_target));
         if (page.dictionary.isIndirect())
             m_copies.try_emplace(idOf(page.dictionary), m_pages.back());
     }
@@ -69,22 +75,22 @@ std::vector<QPDFObjectHandle> ObjectCopier::copyPages(const QPDFObjectHandle &pa
 }
 
 void ObjectCopier::fillPage(const SourcePage &page, const QPDFObjectHandle &parent,
-                            QPDFObjectHandle to)
+                            const QPDFObjectHandle &to)
 {
     auto from = page.dictionary;
-    auto entries = copyEntries(from);
+    auto made = copyDictionary(from);
     for (size_t i = 0; i < page.inherited.size(); ++i) {
         const std::string key = SourcePage::InheritedKeys[i];
-        if (page.inherited[i].isInitialized() && !entries.contains(key))
-            entries[key] = copy(page.inherited[i]);
+        if (page.inherited[i].isInitialized() && !made.hasKey(key))
+            made.replaceKey(key, copy(page.inherited[i]));
     }
-    if (!entries["/MediaBox"].isInitialized())
-        entries["/MediaBox"] = QPDFObjectHandle::parse("[0 0 612 792]");
-    if (!entries["/Resources"].isInitialized())
-        entries["/Resources"] = QPDFObjectHandle::newDictionary();
-    entries["/Type"] = QPDFObjectHandle::newName("/Page");
-    entries["/Parent"] = parent;
-    m_target.replaceObject(to.getObjGen(), QPDFObjectHandle::newDictionary(entries));
+    if (!made.hasKey("/MediaBox"))
+        made.replaceKey("/MediaBox", QPDFObjectHandle::parse("[0 0 612 792]"));
+    if (!made.hasKey("/Resources"))
+        made.replaceKey("/Resources", QPDFObjectHandle::newDictionary());
+    made.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
+    made.replaceKey("/Parent", parent);
+    m_target.replaceObject(to.getObjGen(), made);
 }
 
 QPDFObjectHandle ObjectCopier::copy(QPDFObjectHandle value)
@@ -119,7 +125,7 @@ QPDFObjectHandle ObjectCopier::copyIndirect(QPDFObjectHandle &reference, int dep
 
 QPDFObjectHandle ObjectCopier::placeholder(const QPDFObjectHandle &from)
 {
-    auto to = m_target.makeIndirectObject(QPDFObjectHandle::newNull());
+    auto to = newPlaceholder(m_target);
     m_pending.push_back({from, to, nullptr});
     return to;
 }
@@ -155,26 +161,27 @@ QPDFObjectHandle ObjectCopier::copyFont(QPDFObjectHandle &font, int depth)
 
 QPDFObjectHandle ObjectCopier::copyDirect(QPDFObjectHandle &value)
 {
-    if (value.isArray()) {
-        std::vector<QPDFObjectHandle> items;
-        for (const auto &item : value.getArrayAsVector())
-            items.push_back(copy(item));
+    switch (value.getTypeCode()) {
+    case ::ot_dictionary:
+        return staysBehind(typeOf(value)) ? QPDFObjectHandle::newNull() : copyDictionary(value);
+    case ::ot_array: {
+        auto items = value.getArrayAsVector();
+        for (auto &item : items)
+            item = copy(item);
         return QPDFObjectHandle::newArray(items);
     }
-    if (!value.isDictionary())
+    default:
         return value.isScalar() ? value.shallowCopy() : QPDFObjectHandle::newNull();
-    if (staysBehind(typeOf(value)))
-        return QPDFObjectHandle::newNull();
-    return QPDFObjectHandle::newDictionary(copyEntries(value));
+    }
 }
 
-ObjectCopier::Dictionary ObjectCopier::copyEntries(QPDFObjectHandle &dictionary)
+QPDFObjectHandle ObjectCopier::copyDictionary(QPDFObjectHandle &dictionary)
 {
-    Dictionary result;
+    auto result = QPDFObjectHandle::newDictionary();
     const auto entries = dictionary.getDictAsMap();
     for (const auto &[key, value] : entries) {
         if (!isStructureKey(key))
-            result.emplace(key, isTarget(key, entries) ? copyTarget(value) : copy(value));
+            result.replaceKey(key, isTarget(key, entries) ? copyTarget(value) : copy(value));
     }
     return result;
 }
@@ -211,9 +218,9 @@ QPDFObjectHandle ObjectCopier::copyNamedTarget(QPDFObjectHandle target)
 {
     if (!target.isDictionary())
         return copyTarget(target);
-    auto entries = copyEntries(target);
-    entries["/D"] = copyTarget(target.getKey("/D"));
-    return QPDFObjectHandle::newDictionary(entries);
+    auto result = copyDictionary(target);
+    result.replaceKey("/D", copyTarget(target.getKey("/D")));
+    return result;
 }
 
 std::optional<std::string> ObjectCopier::describe(QPDFObjectHandle &object, int depth)
@@ -305,15 +312,10 @@ void ObjectCopier::fill(Pending &pending)
 void ObjectCopier::fillStream(Pending &pending)
 {
     auto dictionary = pending.from.getDict();
-    auto entries = copyEntries(dictionary);
-    entries.erase("/Length");
-    const auto take = [&entries](const char *key) {
-        const auto node = entries.extract(key);
-        return node.empty() ? QPDFObjectHandle::newNull() : node.mapped();
-    };
-    const auto filter = take("/Filter");
-    const auto parameters = take("/DecodeParms");
-    pending.to.replaceDict(QPDFObjectHandle::newDictionary(entries));
+    auto made = copyDictionary(dictionary);
+    const auto filter = made.getKey("/Filter");
+    const auto parameters = made.getKey("/DecodeParms");
+    pending.to.replaceDict(made);
     pending.to.replaceStreamData(pending.data, filter, parameters);
 }
 

@@ -60,11 +60,12 @@ private:
     [[nodiscard]] QPDFObjectHandle copyFont(QPDFObjectHandle &font, int depth);
     [[nodiscard]] QPDFObjectHandle placeholder(const QPDFObjectHandle &from);
     [[nodiscard]] QPDFObjectHandle copyDirect(QPDFObjectHandle &value);
-    [[nodiscard]] Dictionary copyEntries(QPDFObjectHandle &dictionary);
+    [[nodiscard]] QPDFObjectHandle copyDictionary(QPDFObjectHandle &dictionary);
     [[nodiscard]] bool isTarget(const std::string &key, const Dictionary &entries);
     void fill(Pending &pending);
     void fillStream(Pending &pending);
-    void fillPage(const SourcePage &page, const QPDFObjectHandle &parent, QPDFObjectHandle to);
+    void fillPage(const SourcePage &page, const QPDFObjectHandle &parent,
+                  const QPDFObjectHandle &to);
 
     [[nodiscard]] std::optional<std::string> describe(QPDFObjectHandle &object, int depth);
     [[nodiscard]] bool append(std::string &text, QPDFObjectHandle value, int depth);
