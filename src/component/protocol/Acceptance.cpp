@@ -24,12 +24,6 @@ const QStringList &postScript()
     return names;
 }
 
-QStringList everything()
-{
-    return extensions(Family::Word) + extensions(Family::Excel) + extensions(Family::PowerPoint) +
-           extensions(Family::Pdf) + pictures() + postScript();
-}
-
 bool beginsLikePostScript(const QByteArray &head)
 {
     static const QByteArray binaryEpsMark("\xC5\xD0\xD3\xC6", 4);
@@ -46,7 +40,7 @@ const QStringList &extensions(Family family)
     static const auto powerPoint =
         list("ppt pptx pptm pps ppsx ppsm pot potx potm odp otp fodp sxi");
     static const auto pdf = list("pdf");
-    static const auto all = everything();
+    static const auto all = word + excel + powerPoint + pdf + pictures() + postScript();
     switch (family) {
     case Family::Word:
         return word;
