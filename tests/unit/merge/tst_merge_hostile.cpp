@@ -1,4 +1,5 @@
 #include "unit/merge/MergeScene.h"
+#include "unit/merge/RawPdf.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -10,27 +11,6 @@ using namespace Quorlin;
 namespace {
 
 const auto None = QPDFObjectHandle::newNull();
-
-/// A PDF file from the texts of its objects 1, 2, …; object 1 is the catalog.
-QByteArray fileOf(const std::vector<QByteArray> &objects)
-{
-    QByteArray bytes("%PDF-1.4\n");
-    QByteArray table("0000000000 65535 f \n");
-    for (size_t i = 0; i < objects.size(); ++i) {
-        table += QByteArray::number(bytes.size()).rightJustified(10, '0') + " 00000 n \n";
-        bytes +=
-            QByteArray::number(static_cast<int>(i) + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
-    }
-    const auto start = bytes.size();
-    const auto size = QByteArray::number(static_cast<int>(objects.size()) + 1);
-    return bytes + "xref\n0 " + size + "\n" + table + "trailer\n<</Size " + size +
-           "/Root 1 0 R>>\nstartxref\n" + QByteArray::number(start) + "\n%%EOF\n";
-}
-
-QByteArray stream(const QByteArray &data)
-{
-    return "<</Length " + QByteArray::number(data.size()) + ">>\nstream\n" + data + "\nendstream";
-}
 
 QByteArray number(int value)
 {
@@ -88,7 +68,7 @@ void TestMergeHostile::failuresNameTheFile_data()
     QTest::newRow("nothing") << QByteArray() << Reason::Empty;
     QTest::newRow("header only") << QByteArray("%PDF-1.4\n") << Reason::Damaged;
     QTest::newRow("zeros") << QByteArray(100000, '\0') << Reason::Damaged;
-    QTest::newRow("no catalog") << fileOf({"(no catalog)"}) << Reason::Damaged;
+    QTest::newRow("no catalog") << RawPdf::fileOf({"(no catalog)"}) << Reason::Damaged;
 }
 
 void TestMergeHostile::failuresNameTheFile()
@@ -195,7 +175,7 @@ void TestMergeHostile::hundredThousandBookmarksAreKept()
     for (int i = 0; i < Count; ++i)
         objects.push_back("<</Title(t)/Dest[3 0 R/Fit]/Next " + number(6 + i) + " 0 R>>");
     MergeScene scene;
-    scene.addBytes(fileOf(objects), QStringLiteral("many"));
+    scene.addBytes(RawPdf::fileOf(objects), QStringLiteral("many"));
     QCOMPARE(scene.merge(false).reason, Reason::None);
     auto outlines = scene.root().getKey("/Outlines");
     int found = 0;
@@ -214,7 +194,7 @@ void TestMergeHostile::bookmarksNestedTenThousandDeepAreKept()
     for (int i = 0; i < Depth; ++i)
         objects.push_back("<</Title(t)/Count 1/First " + number(6 + i) + " 0 R>>");
     MergeScene scene;
-    scene.addBytes(fileOf(objects), QStringLiteral("deep"));
+    scene.addBytes(RawPdf::fileOf(objects), QStringLiteral("deep"));
     QCOMPARE(scene.merge(false).reason, Reason::None);
     int found = 0;
     auto item = scene.root().getKey("/Outlines").getKey("/First");
@@ -226,11 +206,11 @@ void TestMergeHostile::bookmarksNestedTenThousandDeepAreKept()
 void TestMergeHostile::pageTreeLoopsEnd()
 {
     MergeScene scene;
-    scene.addBytes(
-        fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 3/Kids[3 0 R 2 0 R 4 0 R]>>",
-                "<</Type/Page/MediaBox[0 0 9 9]/Contents 5 0 R>>",
-                "<</Type/Pages/Kids[2 0 R 4 0 R]>>", stream("(x1)")}),
-        QStringLiteral("loop"));
+    scene.addBytes(RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>",
+                                   "<</Type/Pages/Count 3/Kids[3 0 R 2 0 R 4 0 R]>>",
+                                   "<</Type/Page/MediaBox[0 0 9 9]/Contents 5 0 R>>",
+                                   "<</Type/Pages/Kids[2 0 R 4 0 R]>>", RawPdf::stream("(x1)")}),
+                   QStringLiteral("loop"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1"));
 }
@@ -243,9 +223,9 @@ void TestMergeHostile::pageTreesNestedTenThousandDeepAreRead()
         objects.push_back("<</Type/Pages/Count 1/MediaBox[0 0 9 9]/Kids[" + number(3 + i) +
                           " 0 R]>>");
     objects.push_back("<</Type/Page/Parent 2 0 R/Contents " + number(Depth + 3) + " 0 R>>");
-    objects.push_back(stream("(x1)"));
+    objects.push_back(RawPdf::stream("(x1)"));
     MergeScene scene;
-    scene.addBytes(fileOf(objects), QStringLiteral("deep"));
+    scene.addBytes(RawPdf::fileOf(objects), QStringLiteral("deep"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1"));
 }
@@ -253,10 +233,11 @@ void TestMergeHostile::pageTreesNestedTenThousandDeepAreRead()
 void TestMergeHostile::missingPagesAreLeftOut()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>",
-                           "<</Type/Pages/Count 4/Kids[null 9 0 R 3 0 R (page)]>>",
-                           "<</Type/Page/MediaBox[0 0 9 9]/Contents 4 0 R>>", stream("(x1)")}),
-                   QStringLiteral("gaps"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>",
+                        "<</Type/Pages/Count 4/Kids[null 9 0 R 3 0 R (page)]>>",
+                        "<</Type/Page/MediaBox[0 0 9 9]/Contents 4 0 R>>", RawPdf::stream("(x1)")}),
+        QStringLiteral("gaps"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1"));
 }
@@ -264,8 +245,9 @@ void TestMergeHostile::missingPagesAreLeftOut()
 void TestMergeHostile::aDocumentWithoutPagesIsReported()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 0/Kids[]>>"}),
-                   QStringLiteral("none"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 0/Kids[]>>"}),
+        QStringLiteral("none"));
     const auto outcome = scene.merge();
     QCOMPARE(outcome.reason, Reason::NothingPrinted);
     QVERIFY(outcome.text.contains(QLatin1String("none.pdf")));
@@ -274,11 +256,12 @@ void TestMergeHostile::aDocumentWithoutPagesIsReported()
 void TestMergeHostile::pagesWithoutTypeAreFound()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Count 2/Kids[3 0 R 4 0 R]>>",
-                           "<</Parent 2 0 R/MediaBox[0 0 9 9]/Contents 5 0 R>>",
-                           "<</Parent 2 0 R/MediaBox[0 0 9 9]/Contents 6 0 R>>", stream("(x1)"),
-                           stream("(x2)")}),
-                   QStringLiteral("plain"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Count 2/Kids[3 0 R 4 0 R]>>",
+                        "<</Parent 2 0 R/MediaBox[0 0 9 9]/Contents 5 0 R>>",
+                        "<</Parent 2 0 R/MediaBox[0 0 9 9]/Contents 6 0 R>>",
+                        RawPdf::stream("(x1)"), RawPdf::stream("(x2)")}),
+        QStringLiteral("plain"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1 x2"));
 }
@@ -292,7 +275,7 @@ void TestMergeHostile::aChainOfHundredThousandObjectsIsCopied()
     for (int i = 0; i < Length; ++i)
         objects.push_back("<</Chain " + number(5 + i) + " 0 R>>");
     MergeScene scene;
-    scene.addBytes(fileOf(objects), QStringLiteral("chain"));
+    scene.addBytes(RawPdf::fileOf(objects), QStringLiteral("chain"));
     QCOMPARE(scene.merge().reason, Reason::None);
     int found = 0;
     auto item = scene.page(1).getKey("/PieceInfo");
@@ -310,7 +293,7 @@ void TestMergeHostile::aChainOfTenThousandStreamsIsCopied()
     for (int i = 0; i < Length; ++i)
         objects.push_back("<</Length 1/Next " + number(5 + i) + " 0 R>>\nstream\nx\nendstream");
     MergeScene scene;
-    scene.addBytes(fileOf(objects), QStringLiteral("chain"));
+    scene.addBytes(RawPdf::fileOf(objects), QStringLiteral("chain"));
     QCOMPARE(scene.merge().reason, Reason::None);
     int found = 0;
     auto item = scene.page(1).getKey("/Resources").getKey("/XObject").getKey("/X");
@@ -322,10 +305,11 @@ void TestMergeHostile::aChainOfTenThousandStreamsIsCopied()
 void TestMergeHostile::deeplyNestedArraysDoNotOverflow()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
-                           "<</Type/Page/MediaBox[0 0 9 9]/Contents 5 0 R/PieceInfo 4 0 R>>",
-                           QByteArray(200000, '[') + QByteArray(200000, ']'), stream("(x1)")}),
-                   QStringLiteral("nested"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
+                        "<</Type/Page/MediaBox[0 0 9 9]/Contents 5 0 R/PieceInfo 4 0 R>>",
+                        QByteArray(200000, '[') + QByteArray(200000, ']'), RawPdf::stream("(x1)")}),
+        QStringLiteral("nested"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1"));
 }
@@ -358,11 +342,12 @@ void TestMergeHostile::labelTreeLoopsEnd()
 void TestMergeHostile::streamsThatReferToEachOtherAreCopied()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
-                           "<</Type/Page/MediaBox[0 0 9 9]/Resources<</XObject<</X 4 0 R>>>>>>",
-                           "<</Length 1/Other 5 0 R>>\nstream\na\nendstream",
-                           "<</Length 1/Other 4 0 R/Self 5 0 R>>\nstream\nb\nendstream"}),
-                   QStringLiteral("ring"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
+                        "<</Type/Page/MediaBox[0 0 9 9]/Resources<</XObject<</X 4 0 R>>>>>>",
+                        "<</Length 1/Other 5 0 R>>\nstream\na\nendstream",
+                        "<</Length 1/Other 4 0 R/Self 5 0 R>>\nstream\nb\nendstream"}),
+        QStringLiteral("ring"));
     QCOMPARE(scene.merge().reason, Reason::None);
     auto first = scene.page(1).getKey("/Resources").getKey("/XObject").getKey("/X");
     auto second = first.getDict().getKey("/Other");
@@ -389,10 +374,11 @@ void TestMergeHostile::entriesOfAWrongTypeAreLeftOut()
 void TestMergeHostile::aWrongStreamLengthIsRepaired()
 {
     MergeScene scene;
-    scene.addBytes(fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
-                           "<</Type/Page/MediaBox[0 0 9 9]/Contents 4 0 R>>",
-                           "<</Length 999999>>\nstream\n(x1) Tj\nendstream"}),
-                   QStringLiteral("length"));
+    scene.addBytes(
+        RawPdf::fileOf({"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Count 1/Kids[3 0 R]>>",
+                        "<</Type/Page/MediaBox[0 0 9 9]/Contents 4 0 R>>",
+                        "<</Length 999999>>\nstream\n(x1) Tj\nendstream"}),
+        QStringLiteral("length"));
     QCOMPARE(scene.merge().reason, Reason::None);
     QCOMPARE(scene.pageNames(), QStringLiteral("x1"));
 }
