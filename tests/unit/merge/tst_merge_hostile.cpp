@@ -124,8 +124,7 @@ void TestMergeHostile::aFailureLeavesNothingBehind()
     MergeScene scene;
     scene.add(a, QStringLiteral("a"));
     scene.addPath(scene.path(QStringLiteral("missing.pdf")));
-    const auto outcome = scene.merge();
-    QCOMPARE(outcome.reason, Reason::NotFound);
+    QCOMPARE(scene.merge().reason, Reason::NotFound);
     QCOMPARE(scene.files(), QStringList{QStringLiteral("a.pdf")});
 }
 
