@@ -1,5 +1,6 @@
 #include "component/backends/worker/WorkerLoop.h"
 
+#include "component/backends/worker/OrphanWatch.h"
 #include "component/protocol/LineBuffer.h"
 #include "component/protocol/Message.h"
 #include "component/protocol/Protocol.h"
@@ -9,22 +10,38 @@
 
 namespace Quorlin {
 
+namespace {
+
+enum ExitCode { Done = 0, PipeBroke = 1, CannotGoOn = 2, Refused = 3 };
+
+} // namespace
+
 int WorkerLoop::run(const QJsonObject &greeting, const Handler &handler)
 {
     auto hello = greeting;
     hello.insert(QStringLiteral("event"), QStringLiteral("ready"));
+    const OrphanWatch orphanWatch;
     if (!send(hello))
-        return 1;
+        return PipeBroke;
     LineBuffer lines(Protocol::MaxLineBytes);
     for (auto bytes = m_pipe.read(); !bytes.isEmpty(); bytes = m_pipe.read()) {
         lines.append(bytes);
         while (const auto line = lines.takeLine()) {
             const auto request = Message::decode(*line);
-            if (request && !answer(*request, handler))
-                return 1;
+            const int code = request ? answer(*request, handler) : int(Done);
+            if (code != Done)
+                return code;
         }
     }
-    return 0;
+    return Done;
+}
+
+int WorkerLoop::refuse(Reason reason, const QString &text)
+{
+    (void)send({{QStringLiteral("event"), QStringLiteral("unavailable")},
+                {QStringLiteral("reason"), reasonKey(reason)},
+                {QStringLiteral("text"), text}});
+    return Refused;
 }
 
 void WorkerLoop::progress(int percent)
@@ -51,7 +68,7 @@ void WorkerLoop::begin(const QJsonObject &request)
     m_lastPercent = -1;
 }
 
-bool WorkerLoop::answer(const QJsonObject &request, const Handler &handler)
+int WorkerLoop::answer(const QJsonObject &request, const Handler &handler)
 {
     begin(request);
     WorkerResult result;
@@ -72,7 +89,9 @@ bool WorkerLoop::answer(const QJsonObject &request, const Handler &handler)
         message.insert(QStringLiteral("text"),
                        result.text.isEmpty() ? reasonText(result.reason) : result.text);
     }
-    return send(message);
+    if (!send(message))
+        return PipeBroke;
+    return result.last ? CannotGoOn : Done;
 }
 
 } // namespace Quorlin
