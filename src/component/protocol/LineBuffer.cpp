@@ -4,6 +4,16 @@
 
 namespace Quorlin {
 
+namespace {
+
+/// A carriage return at the end belongs to the line end, also when the line feed is yet to come.
+qsizetype sizeWithoutReturn(QByteArrayView line)
+{
+    return line.endsWith('\r') ? line.size() - 1 : line.size();
+}
+
+} // namespace
+
 LineBuffer::LineBuffer(qsizetype maxLineBytes) : m_maxLineBytes(maxLineBytes) {}
 
 void LineBuffer::append(QByteArrayView bytes)
@@ -24,7 +34,7 @@ std::optional<QByteArray> LineBuffer::takeLine()
         const auto end = m_pending.indexOf('\n', m_scanned);
         if (end < 0) {
             m_scanned = m_pending.size();
-            if (m_scanned > m_maxLineBytes) {
+            if (sizeWithoutReturn(m_pending) > m_maxLineBytes) {
                 m_pending.clear();
                 m_scanned = 0;
                 m_dropping = true;
@@ -35,12 +45,11 @@ std::optional<QByteArray> LineBuffer::takeLine()
         QByteArray line = m_pending.left(end);
         m_pending.remove(0, end + 1);
         m_scanned = 0;
+        line.truncate(sizeWithoutReturn(line));
         if (line.size() > m_maxLineBytes) {
             m_overflowed = true;
             continue;
         }
-        if (line.endsWith('\r'))
-            line.chop(1);
         return line;
     }
 }
