@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QString>
+
+namespace Quorlin {
+
+/// What tests need of the system beyond Qt. One source per system stands beside this header.
+namespace SystemActions {
+
+/// Makes a named pipe that nobody reads or writes.
+[[nodiscard]] bool makeFifo(const QString &path);
+
+/// Gives a file a second name, no link to follow.
+[[nodiscard]] bool makeSecondName(const QString &existing, const QString &path);
+
+/// Path of the device that takes everything and gives nothing.
+[[nodiscard]] QString nullDevice();
+
+/// A writable folder on another file system than `path`; empty when there is none.
+[[nodiscard]] QString folderOnOtherFileSystem(const QString &path);
+
+/// True while a process runs; one that has ended and was not reaped does not count.
+[[nodiscard]] bool isRunning(qint64 process);
+
+/// Ends a process that this test started, without any chance for it to clean up.
+void kill(qint64 process);
+
+/// Asks a process that this test started to end.
+void askToEnd(qint64 process);
+
+/// The leader of a process's group.
+[[nodiscard]] qint64 groupOf(qint64 process);
+
+/// Permission bits of a file or folder, as in 0700; -1 when there is none.
+[[nodiscard]] int modeOf(const QString &path);
+
+} // namespace SystemActions
+
+/// While it lives, this process has no more rights than an ordinary user: what the
+/// administrator may read and write anyway is refused as it would be to others.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser();
+    ~OrdinaryUser();
+    OrdinaryUser(const OrdinaryUser &) = delete;
+    OrdinaryUser &operator=(const OrdinaryUser &) = delete;
+
+private:
+    bool m_changed;
+};
+
+/// A file system of a few kilobytes, mounted on a folder.
+class SmallDisk
+{
+public:
+    /// @param folder empty folder that becomes the disk.
+    SmallDisk(const QString &folder, int kilobytes);
+    ~SmallDisk();
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    /// False when this process may not mount.
+    [[nodiscard]] bool isMounted() const { return m_mounted; }
+
+private:
+    QString m_folder;
+    bool m_mounted;
+};
+
+} // namespace Quorlin
