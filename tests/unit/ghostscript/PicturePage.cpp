@@ -46,6 +46,19 @@ QByteArray photograph(int dots, int channels)
     return bytes;
 }
 
+QByteArray gradients(int dots)
+{
+    QByteArray bytes;
+    for (int i = 0; i < dots * dots; ++i) {
+        const double x = double(i % dots) / dots;
+        const double y = double(i / dots) / dots;
+        bytes += tone(255 * x);
+        bytes += tone(255 * y);
+        bytes += tone(128 + 60 * std::sin(6 * x));
+    }
+    return bytes;
+}
+
 QByteArray drawing(int dots)
 {
     static constexpr char colours[] = "\xff\xff\xff\x10\x30\x80\xe0\x40\x10";
@@ -105,6 +118,8 @@ QByteArray PicturePage::samples(Kind kind, int dots)
     switch (kind) {
     case Kind::Colour:
         return photograph(dots, 3);
+    case Kind::Soft:
+        return gradients(dots);
     case Kind::Grey:
         return photograph(dots, 1);
     case Kind::Drawing:

@@ -10,6 +10,7 @@ class PicturePage
 public:
     enum class Kind {
         Colour, ///< 8 bits RGB, as a photograph: soft shapes and grain
+        Soft,   ///< 8 bits RGB, gradients without any grain
         Grey,   ///< 8 bits, as a photograph
         Mono,   ///< 1 bit
         Mask,   ///< 1 bit, painted with the current colour
