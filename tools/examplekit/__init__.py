@@ -1,0 +1,1 @@
+"""What tools/make-examples is made of: one module for each document, and their common parts."""
