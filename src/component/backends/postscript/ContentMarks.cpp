@@ -3,6 +3,7 @@
 #include "component/backends/postscript/ContentRewriter.h"
 #include "component/backends/postscript/FormBox.h"
 #include "component/backends/postscript/PostScriptText.h"
+#include "component/backends/postscript/ShadingWriter.h"
 #include "component/backends/postscript/StreamBytes.h"
 
 #include <qpdf/QPDFPageObjectHelper.hh>
@@ -118,12 +119,51 @@ void ContentMarks::readXObjects(Scope &scope)
     scope.hasOwn = scope.hasOwn || !scope.maskedImages.empty();
 }
 
+void ContentMarks::readShadings(Scope &scope)
+{
+    for (auto &entry : subDictionary(scope.resources, "/Shading").ditems()) {
+        auto shading = entry.second;
+        const auto id = shading.getObjGen();
+        const bool known = shading.isIndirect() && m_shadings.count(id) > 0;
+        const auto text = known ? std::nullopt : ShadingWriter::fill(shading);
+        const auto mark = known ? m_shadings[id] : text ? m_library.mark(*text) : std::string();
+        if (shading.isIndirect())
+            m_shadings[id] = mark;
+        if (!mark.empty())
+            scope.shadings.emplace(entry.first.substr(1), mark);
+    }
+    scope.hasOwn = scope.hasOwn || !scope.shadings.empty();
+}
+
+void ContentMarks::readPatterns(Scope &scope)
+{
+    for (auto &entry : subDictionary(scope.resources, "/Pattern").ditems()) {
+        if (!entry.second.isStream())
+            continue;
+        auto resources = entry.second.getDict().getKey("/Resources");
+        const auto &inner = markForm(entry.second, scope.resources);
+        if (!resources.isDictionary() || inner.empty())
+            continue;
+        // Patterns do not see the resources of the page they are on.
+        addMarks(resources, inner);
+    }
+}
+
+void ContentMarks::addMarks(QPDFObjectHandle resources, const MarkNames &names)
+{
+    auto xObjects = subDictionary(resources, "/XObject");
+    m_library.addTo(xObjects, names);
+    resources.replaceKey("/XObject", xObjects);
+}
+
 void ContentMarks::fill(Scope &scope, QPDFObjectHandle resources)
 {
     scope.resources = resources;
     if (m_purpose.transparency)
         readStates(scope);
     readXObjects(scope);
+    readShadings(scope);
+    readPatterns(scope);
 }
 
 ContentMarks::Scope &ContentMarks::scopeOf(QPDFObjectHandle resources)
@@ -178,7 +218,7 @@ std::optional<std::string> ContentMarks::rewrite(const Scope &scope, const std::
                                                  MarkNames &names)
 {
     const bool invisible = m_purpose.invisibleText;
-    const ContentRewriter::Names marks{scope.states, scope.maskedImages,
+    const ContentRewriter::Names marks{scope.states, scope.maskedImages, scope.shadings,
                                        invisible ? m_library.mark("3 QTtr") : "",
                                        invisible ? m_library.mark("0 QTtr") : ""};
     ContentRewriter rewriter(marks);
@@ -248,11 +288,8 @@ void ContentMarks::markPage(QPDFObjectHandle page)
     const auto text = content ? rewrite(scope, *content, names) : std::nullopt;
     if (text && *text != *content)
         page.replaceKey("/Contents", QPDFObjectHandle::newStream(&m_pdf, *text));
-    if (names.empty())
-        return;
-    auto xObjects = subDictionary(resources, "/XObject");
-    m_library.addTo(xObjects, names);
-    resources.replaceKey("/XObject", xObjects);
+    if (!names.empty())
+        addMarks(resources, names);
 }
 
 } // namespace Quorlin

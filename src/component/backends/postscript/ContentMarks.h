@@ -39,6 +39,7 @@ private:
         QPDFObjectHandle resources;
         std::map<std::string, GraphicsStateMarks> states;
         std::map<std::string, std::vector<std::string>> maskedImages;
+        std::map<std::string, std::string> shadings;
         MarkNames names;     ///< what the forms inside draw
         bool hasOwn = false; ///< the content itself needs marks
         bool blends = false; ///< it or a form inside uses a blend mode
@@ -48,6 +49,9 @@ private:
     void fill(Scope &scope, QPDFObjectHandle resources);
     void readStates(Scope &scope);
     void readXObjects(Scope &scope);
+    void readShadings(Scope &scope);
+    void readPatterns(Scope &scope);
+    void addMarks(QPDFObjectHandle resources, const MarkNames &names);
     const GraphicsStateMarks &stateMarks(QPDFObjectHandle states, const std::string &name);
     std::vector<std::string> imageMarks(QPDFObjectHandle image);
     const MarkNames &markForm(QPDFObjectHandle form, QPDFObjectHandle inherited);
@@ -63,6 +67,7 @@ private:
     Purpose m_purpose;
     std::map<QPDFObjGen, GraphicsStateMarks> m_states;
     std::map<QPDFObjGen, std::vector<std::string>> m_images;
+    std::map<QPDFObjGen, std::string> m_shadings;
     std::map<QPDFObjGen, MarkNames> m_forms;
     std::map<QPDFObjGen, bool> m_formBlends;
     std::map<QPDFObjGen, std::unique_ptr<Scope>> m_scopes;

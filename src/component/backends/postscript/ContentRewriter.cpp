@@ -57,6 +57,8 @@ void ContentRewriter::handle(const ContentScanner &scanner)
         applyState(scanner);
     else if (op == "Do")
         drawObject(scanner);
+    else if (op == "sh")
+        shade(scanner);
     else if (op == "Tr")
         setTextMode(scanner);
 }
@@ -137,6 +139,16 @@ void ContentRewriter::drawObject(const ContentScanner &scanner)
     copyTo(scanner.begin());
     for (const auto &name : found->second)
         draw(name);
+}
+
+void ContentRewriter::shade(const ContentScanner &scanner)
+{
+    const auto found = m_names.shadings.find(decodedName(scanner.operand(0)));
+    if (found == m_names.shadings.end())
+        return;
+    copyTo(scanner.begin());
+    dropTo(scanner.end());
+    draw(found->second);
 }
 
 void ContentRewriter::setTextMode(const ContentScanner &scanner)

@@ -26,6 +26,8 @@ public:
         const std::map<std::string, GraphicsStateMarks> &states;
         /// XObjects to draw before an image of that name
         const std::map<std::string, std::vector<std::string>> &maskedImages;
+        /// XObjects that do the work of a shading of that name
+        const std::map<std::string, std::string> &shadings;
         std::string invisible; ///< XObject that starts invisible text
         std::string visible;   ///< XObject that ends it
     };
@@ -51,6 +53,7 @@ private:
     void restore(const ContentScanner &scanner);
     void applyState(const ContentScanner &scanner);
     void drawObject(const ContentScanner &scanner);
+    void shade(const ContentScanner &scanner);
     void setTextMode(const ContentScanner &scanner);
     void copyTo(std::size_t end);
     void dropTo(std::size_t end) { m_copied = end; }

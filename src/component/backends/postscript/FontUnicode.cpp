@@ -9,6 +9,7 @@ namespace Quorlin {
 namespace {
 
 constexpr std::size_t MaxCodes = 65536;
+constexpr std::size_t MaxSteps = 1000000; ///< overlapping ranges end here
 constexpr std::size_t LongestText = 32;
 using Kind = CMapReader::Kind;
 
@@ -79,8 +80,10 @@ private:
         if (text.empty())
             return;
         last = std::min<std::uint32_t>(last, MaxCodes - 1);
-        for (auto code = first; code <= last; ++code, ++text.back())
+        for (auto code = first; code <= last && m_steps < MaxSteps; ++code, ++text.back()) {
             put(code, text);
+            ++m_steps;
+        }
     }
 
     void putList(std::uint32_t first, std::uint32_t last)
@@ -91,8 +94,33 @@ private:
     }
 
     CMapReader m_reader;
+    std::size_t m_steps = 0;
     std::map<std::uint32_t, std::u16string> m_texts;
 };
+
+/// Hands each code and its identifier of a character map to a function.
+template <typename Take>
+void readCids(std::string_view cmap, const Take &take)
+{
+    CMapReader reader(cmap);
+    std::size_t steps = 0;
+    for (auto kind = reader.next(); kind != Kind::End; kind = reader.next()) {
+        const bool range = kind == Kind::Word && reader.bytes() == "begincidrange";
+        if (!range && (kind != Kind::Word || reader.bytes() != "begincidchar"))
+            continue;
+        while (reader.next() == Kind::String) {
+            const auto first = reader.value();
+            if (range && reader.next() != Kind::String)
+                break;
+            const auto last = std::min<std::uint32_t>(reader.value(), MaxCodes - 1);
+            if (reader.next() != Kind::Integer)
+                break;
+            const auto cid = reader.value();
+            for (auto code = first; code <= last && steps < MaxSteps; ++code, ++steps)
+                take(code, cid + (code - first));
+        }
+    }
+}
 
 } // namespace
 
@@ -100,6 +128,17 @@ FontUnicode FontUnicode::parse(std::string_view cmap)
 {
     FontUnicode result;
     result.m_texts = SectionReader(cmap).read();
+    return result;
+}
+
+FontUnicode FontUnicode::byCid(std::string_view cmap) const
+{
+    FontUnicode result;
+    readCids(cmap, [&](std::uint32_t code, std::uint32_t cid) {
+        const auto text = m_texts.find(code);
+        if (text != m_texts.end() && cid < MaxCodes)
+            result.m_texts.emplace(cid, text->second);
+    });
     return result;
 }
 

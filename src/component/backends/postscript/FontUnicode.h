@@ -18,6 +18,10 @@ public:
     /// Reads the bytes of a /ToUnicode stream.
     [[nodiscard]] static FontUnicode parse(std::string_view cmap);
 
+    /// The same texts by character identifier instead of by code.
+    /// @param cmap bytes of the font's own /Encoding stream. Codes it does not hold are dropped.
+    [[nodiscard]] FontUnicode byCid(std::string_view cmap) const;
+
     /// Text of each code in UTF-16. Texts longer than 32 units and empty ones are left out.
     [[nodiscard]] const std::map<std::uint32_t, std::u16string> &texts() const { return m_texts; }
 

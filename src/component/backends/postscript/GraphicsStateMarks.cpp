@@ -1,6 +1,7 @@
 #include "component/backends/postscript/GraphicsStateMarks.h"
 
 #include "component/backends/postscript/FormBox.h"
+#include "component/backends/postscript/ObjectNumbers.h"
 #include "component/backends/postscript/PostScriptText.h"
 
 #include <algorithm>
@@ -18,13 +19,20 @@ constexpr std::array<std::string_view, 16> BlendModes{
     "/ColorDodge", "/ColorBurn",  "/HardLight", "/SoftLight", "/Difference", "/Exclusion",
     "/Hue",        "/Saturation", "/Color",     "/Luminosity"};
 
+bool isBlendMode(QPDFObjectHandle mode)
+{
+    return mode.isName() &&
+           std::find(BlendModes.begin(), BlendModes.end(), mode.getName()) != BlendModes.end();
+}
+
+/// The mode, or the first known one of a list.
 std::string blendMode(QPDFObjectHandle mode)
 {
-    if (mode.isArray() && mode.getArrayNItems() > 0)
-        mode = mode.getArrayItem(0);
-    const auto name = mode.isName() ? mode.getName() : std::string();
-    const bool known = std::find(BlendModes.begin(), BlendModes.end(), name) != BlendModes.end();
-    return known ? name : "/Normal";
+    if (mode.isArray())
+        for (auto item : mode.aitems())
+            if (isBlendMode(item))
+                return item.getName();
+    return isBlendMode(mode) ? mode.getName() : "/Normal";
 }
 
 double alpha(QPDFObjectHandle value)
@@ -44,26 +52,6 @@ std::string valuesText(QPDFObjectHandle state)
     if (state.getKey("/AIS").isBool())
         text += state.getKey("/AIS").getBoolValue() ? "true QTais " : "false QTais ";
     return text;
-}
-
-/// The name of a device colour space with this many components.
-std::string deviceSpace(int components)
-{
-    return components == 4 ? "/DeviceCMYK" : components == 3 ? "/DeviceRGB" : "/DeviceGray";
-}
-
-int componentsOf(QPDFObjectHandle space)
-{
-    if (space.isName())
-        return space.getName() == "/DeviceCMYK" ? 4 : space.getName() == "/DeviceRGB" ? 3 : 1;
-    if (!space.isArray() || space.getArrayNItems() < 2)
-        return 1;
-    auto family = space.getArrayItem(0);
-    if (family.isName() && family.getName() == "/CalRGB")
-        return 3;
-    auto profile = space.getArrayItem(1);
-    const bool hasCount = profile.isStream() && profile.getDict().getKey("/N").isInteger();
-    return hasCount ? profile.getDict().getKey("/N").getIntValueAsInt() : 1;
 }
 
 double grayOf(const std::vector<double> &color)
@@ -88,20 +76,14 @@ std::string backgroundText(QPDFObjectHandle color, int components)
     return text + "] def /GrayBackground [" + number(grayOf(values)) + "] def ";
 }
 
-/// The transfer functions that are in use turn a mask over; any other is left out.
-std::string transferText(QPDFObjectHandle function)
+/// True for a transfer function that turns a mask over; other ones are rare and left out.
+bool turnsOver(QPDFObjectHandle function)
 {
-    if (!function.isDictionary() || !function.getKey("/FunctionType").isInteger() ||
-        function.getKey("/FunctionType").getIntValue() != 2)
-        return {};
-    auto c0 = function.getKey("/C0");
-    auto c1 = function.getKey("/C1");
-    const double from = c0.isArray() ? alpha(c0.getArrayItem(0)) : 0;
-    const double to = c1.isArray() ? alpha(c1.getArrayItem(0)) : 1;
-    auto n = function.getKey("/N");
-    const double power = n.isNumber() ? std::clamp(n.getNumericValue(), 0.01, 100.0) : 1;
-    return "/TransferFunction { " + number(power) + " exp " + number(to - from) + " mul " +
-           number(from) + " add } def ";
+    if (!function.isDictionary())
+        return false;
+    const auto from = numbersOf(function.getKey("/C0"));
+    const auto to = numbersOf(function.getKey("/C1"));
+    return from.size() == 1 && to.size() == 1 && from[0] > to[0];
 }
 
 } // namespace
@@ -129,18 +111,20 @@ std::optional<MaskMarks> GraphicsStateReader::readMask(QPDFObjectHandle mask)
     auto space = group.isDictionary() ? group.getKey("/CS") : QPDFObjectHandle::newNull();
     auto type = mask.getKey("/S");
     const bool luminosity = !type.isName() || type.getName() != "/Alpha";
-    const int components = std::clamp(componentsOf(space), 1, 4);
-    std::string text = luminosity && !space.isNull() ? deviceSpace(components) : "null";
+    const int components = std::max(1, deviceComponents(space));
+    std::string text = luminosity && !space.isNull() ? deviceSpaceName(components) : "null";
     text += " 5 dict begin /Subtype ";
     text += luminosity ? "/Luminosity def " : "/Alpha def ";
     if (luminosity && !space.isNull() && mask.getKey("/BC").isArray())
         text += backgroundText(mask.getKey("/BC"), components);
-    text += transferText(mask.getKey("/TR")) + "currentdict end ";
+    std::string edges;
     for (const double edge : *box)
-        text += number(edge) + " ";
-    const auto end = std::to_string(m_library.nextSerial()) + " QTmaskend";
-    return MaskMarks{m_library.mark(text + "QTmaskbegin"), m_library.alias(form),
-                     m_library.mark(end)};
+        edges += number(edge) + " ";
+    auto end = std::to_string(m_library.nextSerial()) + " QTmaskend";
+    if (luminosity && turnsOver(mask.getKey("/TR")))
+        end = edges + "QTturnover " + end;
+    return MaskMarks{m_library.mark(text + "currentdict end " + edges + "QTmaskbegin"),
+                     m_library.alias(form), m_library.mark(end)};
 }
 
 GraphicsStateMarks GraphicsStateReader::take(QPDFObjectHandle state)

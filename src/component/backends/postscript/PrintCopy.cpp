@@ -1,9 +1,9 @@
 #include "component/backends/postscript/PrintCopy.h"
 
 #include "component/backends/postscript/ContentMarks.h"
+#include "component/backends/postscript/FontRepair.h"
 #include "component/backends/postscript/InventoryReader.h"
 #include "component/backends/postscript/ResourceSurvey.h"
-#include "component/backends/postscript/StreamBytes.h"
 
 #include <QFile>
 
@@ -17,8 +17,6 @@
 namespace Quorlin {
 
 namespace {
-
-constexpr std::size_t MaxMapBytes = 16U * 1024 * 1024;
 
 /// What only viewers need, and what would let a document act while it is printed.
 constexpr const char *RootKeys[] = {"/OutputIntents", "/Outlines",   "/StructTreeRoot",
@@ -135,15 +133,12 @@ std::map<QPDFObjGen, FontUnicode> PrintCopy::rewrite()
     for (const auto &page : pages)
         survey.visitPage(page);
     for (auto font : survey.fonts()) {
-        auto map = font.getKey("/ToUnicode");
-        if (!map.isStream())
-            continue;
-        if (const auto bytes = streamBytes(map, MaxMapBytes))
-            texts[font.getObjGen()] = FontUnicode::parse(*bytes);
+        FontRepair::repair(font);
+        texts[font.getObjGen()] = FontRepair::readTexts(font);
     }
     MarkLibrary library(*m_pdf);
     ContentMarks marks(*m_pdf, library, {survey.transparent(), m_foreign});
-    if (survey.transparent() || m_foreign)
+    if (survey.transparent() || survey.shaded() || m_foreign)
         for (const auto &page : pages)
             marks.markPage(page);
     return texts;

@@ -22,8 +22,9 @@ std::string header(const PrintRequest &request, const PdfInventory &inventory)
     for (const auto &[key, value] : inventory.info)
         if (key == "Title")
             text += "%%Title: " + comment(value) + "\n";
-    return text + "%%Creator: Quorlin " QUORLIN_VERSION "\n%QuorlinDocument: " +
-           comment(request.title) + "\n%QuorlinPrinter: " + comment(request.printer) + "\n";
+    return text +
+           "%%Creator: Quorlin " QUORLIN_VERSION "\n%QuorlinDocument: " + comment(request.title) +
+           "\n%QuorlinPrinter: " + comment(request.printer) + "\n";
 }
 
 std::string pageSetup(const PageGeometry &page, const std::string &marks)
