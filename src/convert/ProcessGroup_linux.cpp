@@ -2,13 +2,20 @@
 
 #include <QProcess>
 
+#include <csignal>
+
 #include <unistd.h>
 
 namespace Quorlin {
 
 void leadOwnProcessGroup(QProcess &process)
 {
-    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+    process.setChildProcessModifier([] {
+        ::setpgid(0, 0);
+        sigset_t none;
+        sigemptyset(&none);
+        ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    });
 }
 
 } // namespace Quorlin

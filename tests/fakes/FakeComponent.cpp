@@ -18,10 +18,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// A name beside the file with another extension, under which no file is yet.
 QString replaceExtension(const QString &path, const char *extension)
 {
     const QFileInfo info(path);
-    return info.path() + QLatin1Char('/') + info.completeBaseName() + QLatin1String(extension);
+    auto free = info.path() + QLatin1Char('/') + info.completeBaseName() + QLatin1String(extension);
+    while (QFile::exists(free))
+        free += QLatin1Char('~');
+    return free;
 }
 
 QByteArray contentOf(const QString &path)

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "convert/ComponentClient.h"
+#include "tool/ConvertJob.h"
+#include "tool/Delivery.h"
+#include "tool/Options.h"
+#include "tool/ProgressDisplay.h"
+#include "tool/Report.h"
+#include "tool/ToolSettings.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+namespace Quorlin {
+
+class Console;
+
+/// One run of the tool: gathers the documents, has them converted, delivers the results and
+/// tells what came of it.
+class ConvertTool : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum ExitCode { Done = 0, SomeFailed = 1, WrongUse = 2, InterruptedBase = 128 };
+
+    /// @param options that convert and fit together. @param console must outlive the tool.
+    /// @param programFolder where Quorlin.ini and the folder Settings lie.
+    ConvertTool(const Options &options, Console &console, const QString &programFolder,
+                const ComponentSettings &component, QObject *parent = nullptr);
+    ~ConvertTool() override;
+
+    /// Returns after the documents are gathered; the rest happens in the event loop.
+    void start();
+
+    /// Ends the run: what is not finished counts as cancelled.
+    /// @param number of the signal that asked for it.
+    void interrupt(int number);
+
+Q_SIGNALS:
+    /// The run is over, told exactly once and perhaps within start(). @param exitCode of the
+    /// program.
+    void finished(int exitCode);
+
+private:
+    [[nodiscard]] QString wrongUse() const;
+    void gather();
+    void giveUp(int exitCode, const QString &text);
+    void convert();
+    void deliver();
+    void deliverMerged();
+    void deliverEach();
+    void deliverOne(DocumentRecord &document);
+    void failAll(const Delivery::Outcome &outcome);
+    void complainAbout(const DocumentRecord &document);
+    void tell(const QString &line);
+    void end(int exitCode);
+    [[nodiscard]] bool writeReport();
+
+    Options m_options;
+    Console &m_console;
+    QString m_programFolder;
+    std::optional<ToolSettings> m_settings;
+    ProgressDisplay m_progress;
+    Report m_report;
+    std::optional<Delivery> m_delivery;
+    ComponentClient m_client;
+    std::unique_ptr<ConvertJob> m_job;
+    bool m_over = false;
+};
+
+} // namespace Quorlin

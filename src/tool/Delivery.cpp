@@ -1,0 +1,98 @@
+#include "tool/Delivery.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStorageInfo>
+
+namespace Quorlin {
+
+namespace {
+
+constexpr qint64 PieceBytes = 1024 * 1024;
+
+/// The bits as they are stored; QFile::WriteUser would tell what root may do.
+constexpr QFile::Permissions WriteBits = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+
+QString numbered(const QString &path, int number)
+{
+    if (number < 2)
+        return path;
+    const auto point = path.lastIndexOf(QLatin1Char('.'));
+    const auto end = point > path.lastIndexOf(QLatin1Char('/')) ? point : path.size();
+    return path.left(end) + QStringLiteral(" (%1)").arg(number) + path.mid(end);
+}
+
+bool copyBytes(QFile &source, QSaveFile &target)
+{
+    for (auto piece = source.read(PieceBytes); !piece.isEmpty(); piece = source.read(PieceBytes)) {
+        if (target.write(piece) != piece.size())
+            return false;
+    }
+    return source.error() == QFileDevice::NoError;
+}
+
+} // namespace
+
+Delivery::Delivery(const QString &folder, const QStringList &inputs) : m_folder(folder)
+{
+    for (const auto &input : inputs)
+        m_inputs.insert(QFileInfo(input).canonicalFilePath());
+    m_inputs.remove({});
+}
+
+QString Delivery::reserveName(const QString &distillerInput)
+{
+    const QFileInfo info(distillerInput);
+    auto name = info.fileName();
+    const auto point = name.lastIndexOf(QLatin1Char('.'));
+    if (point >= 0)
+        name = name.left(point) + QStringLiteral(".pdf");
+    const QDir folder(m_folder.isEmpty() ? info.absolutePath() : m_folder);
+    const auto wanted = QDir::cleanPath(folder.absoluteFilePath(name));
+    int number = 1;
+    while (m_reserved.contains(numbered(wanted, number)) || isInput(numbered(wanted, number)))
+        ++number;
+    m_reserved.insert(numbered(wanted, number));
+    return numbered(wanted, number);
+}
+
+bool Delivery::isInput(const QString &path) const
+{
+    const auto real = QFileInfo(path).canonicalFilePath();
+    return !real.isEmpty() && m_inputs.contains(real);
+}
+
+Delivery::Outcome Delivery::deliver(const QString &temporary, const QString &target) const
+{
+    const QFileInfo existing(target);
+    Outcome outcome;
+    if (existing.isDir())
+        outcome = {Reason::NotAllowed, QStringLiteral("%1 is a folder").arg(target)};
+    else if (existing.exists() && !(existing.permissions() & WriteBits))
+        outcome = {Reason::NotAllowed, QStringLiteral("%1 is write-protected").arg(target)};
+    else if (!QDir().mkpath(existing.absolutePath()))
+        outcome = {Reason::NotAllowed,
+                   QStringLiteral("the folder %1 cannot be made").arg(existing.absolutePath())};
+    else
+        outcome = copy(temporary, target);
+    QFile::remove(temporary);
+    return outcome;
+}
+
+Delivery::Outcome Delivery::copy(const QString &source, const QString &target) const
+{
+    QFile from(source);
+    if (!from.open(QIODevice::ReadOnly))
+        return {Reason::NotFound, QStringLiteral("%1: %2").arg(source, from.errorString())};
+    QSaveFile to(target);
+    if (to.open(QIODevice::WriteOnly) && copyBytes(from, to) && to.commit())
+        return {};
+    const auto why = from.error() == QFileDevice::NoError ? to.errorString() : from.errorString();
+    const auto room = QStorageInfo(QFileInfo(target).absolutePath()).bytesAvailable();
+    const auto reason = room < from.size() ? Reason::NoRoom : Reason::NotAllowed;
+    return {reason, QStringLiteral("%1 cannot be written: %2").arg(target, why)};
+}
+
+} // namespace Quorlin

@@ -1,0 +1,263 @@
+#include "tool/ConvertTool.h"
+#include "unit/tool/KeptConsole.h"
+#include "unit/tool/ToolFolder.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Quorlin;
+
+/// Whole runs of the tool with the fake component.
+class tst_convert_tool : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void resultsLieBesideTheirDocuments();
+    void resultsOfOneNameAreNumberedInTheOutputFolder();
+    void aDocumentIsNeverOverwritten();
+    void failuresAreNamedWithTheirReasons();
+    void aMergeWritesOneFile();
+    void aMergeOverADocumentIsWrongUse();
+    void anUnknownQualityIsWrongUseAndListsTheNames();
+    void missingSettingsAreAnError();
+    void aMissingComponentIsAnError();
+    void aDeadComponentIsAnError();
+    void nothingToConvertIsAnError();
+    void anOutputFolderThatCannotBeMadeIsAnError();
+    void theReportGoesToOutputAlone();
+    void theReportGoesToAFile();
+    void aReportThatCannotBeWrittenIsAnError();
+    void quietLeavesOnlyFailures();
+    void anInterruptionCancelsAndReports();
+
+private:
+    int run(const Options &options);
+    [[nodiscard]] static Options converting(const QStringList &inputs);
+    [[nodiscard]] bool complained(const char *text) const
+    {
+        return m_console->error.contains(text);
+    }
+
+    std::unique_ptr<ToolFolder> m_folder;
+    std::unique_ptr<KeptConsole> m_console;
+    ComponentSettings m_component;
+};
+
+void tst_convert_tool::init()
+{
+    qputenv("QUORLIN_FAKE", "");
+    m_folder.reset(); // gives the current folder back first
+    m_folder = std::make_unique<ToolFolder>();
+    m_folder->writeSettings("program");
+    m_console = std::make_unique<KeptConsole>();
+    m_component.program = QStringLiteral(QUORLIN_FAKE_COMPONENT);
+}
+
+Options tst_convert_tool::converting(const QStringList &inputs)
+{
+    Options options;
+    options.inputs = inputs;
+    return options;
+}
+
+int tst_convert_tool::run(const Options &options)
+{
+    ConvertTool tool(options, *m_console, m_folder->path("program"), m_component);
+    QSignalSpy finished(&tool, &ConvertTool::finished);
+    tool.start();
+    if (finished.isEmpty() && !finished.wait(20'000))
+        return -1;
+    return finished.count() == 1 ? finished.first().first().toInt() : -2;
+}
+
+void tst_convert_tool::resultsLieBesideTheirDocuments()
+{
+    m_folder->write("d/a.txt", "A");
+    m_folder->write("d/sub/b.ps", "%!PS B");
+    QCOMPARE(run(converting({QStringLiteral("d")})), 0);
+    QCOMPARE(m_folder->files().filter(QStringLiteral("d/")),
+             QStringList({QStringLiteral("d/a.pdf"), QStringLiteral("d/a.txt"),
+                          QStringLiteral("d/sub/b.pdf"), QStringLiteral("d/sub/b.ps")}));
+    QVERIFY(m_folder->read(QStringLiteral("d/a.pdf")).endsWith("A"));
+    QCOMPARE(m_console->output, QByteArray("d/a.txt -> d/a.pdf\nd/sub/b.ps -> d/sub/b.pdf\n"));
+}
+
+void tst_convert_tool::resultsOfOneNameAreNumberedInTheOutputFolder()
+{
+    m_folder->write("d/a.txt", "A");
+    m_folder->write("e/a.txt", "B");
+    auto options = converting({QStringLiteral("d"), QStringLiteral("e")});
+    options.outputFolder = QStringLiteral("o/p");
+    QCOMPARE(run(options), 0);
+    QVERIFY(m_folder->read(QStringLiteral("o/p/a.pdf")).endsWith("A"));
+    QVERIFY(m_folder->read(QStringLiteral("o/p/a (2).pdf")).endsWith("B"));
+    QCOMPARE(m_folder->files().filter(QStringLiteral("/a")).size(), 4);
+}
+
+void tst_convert_tool::aDocumentIsNeverOverwritten()
+{
+    m_folder->write("a.pdf", "%PDF original");
+    m_folder->write("b.ps", "%!PS");
+    m_folder->write("b.pdf", "%PDF another");
+    QCOMPARE(
+        run(converting({QStringLiteral("a.pdf"), QStringLiteral("b.ps"), QStringLiteral("b.pdf")})),
+        0);
+    QCOMPARE(m_folder->read(QStringLiteral("a.pdf")), QByteArray("%PDF original"));
+    QCOMPARE(m_folder->read(QStringLiteral("b.pdf")), QByteArray("%PDF another"));
+    QVERIFY(m_folder->files().contains(QStringLiteral("a (2).pdf")));
+    QVERIFY(m_folder->files().contains(QStringLiteral("b (2).pdf")));
+}
+
+void tst_convert_tool::failuresAreNamedWithTheirReasons()
+{
+    for (const auto *name : {"a.txt", "protected.txt", "b.xyz"})
+        m_folder->write(name);
+    QCOMPARE(run(converting({QStringLiteral("a.txt"), QStringLiteral("protected.txt"),
+                             QStringLiteral("b.xyz"), QStringLiteral("none.txt")})),
+             1);
+    QVERIFY(complained("quorlin-convert: protected.txt: it is protected\n"));
+    QVERIFY(complained("quorlin-convert: b.xyz: files of this kind cannot be converted\n"));
+    QVERIFY(complained("quorlin-convert: none.txt: there is no such file\n"));
+    QVERIFY(m_folder->files().contains(QStringLiteral("a.pdf")));
+}
+
+void tst_convert_tool::aMergeWritesOneFile()
+{
+    for (const auto *name : {"a10.txt", "a9.txt", "fail.txt"})
+        m_folder->write(QByteArray("d/") + name, name);
+    auto options = converting({QStringLiteral("d")});
+    options.mergeFile = QStringLiteral("all.pdf");
+    QCOMPARE(run(options), 1);
+    const auto merged = m_folder->read(QStringLiteral("all.pdf"));
+    QVERIFY(merged.contains("a9.txt") && merged.indexOf("a9.txt") < merged.indexOf("a10.txt"));
+    QCOMPARE(m_folder->files().filter(QStringLiteral("d/")).size(), 3);
+}
+
+void tst_convert_tool::aMergeOverADocumentIsWrongUse()
+{
+    m_folder->write("a.pdf", "%PDF");
+    auto options = converting({QStringLiteral("a.pdf")});
+    options.mergeFile = QStringLiteral("a.pdf");
+    QCOMPARE(run(options), 2);
+    QCOMPARE(m_folder->read(QStringLiteral("a.pdf")), QByteArray("%PDF"));
+}
+
+void tst_convert_tool::anUnknownQualityIsWrongUseAndListsTheNames()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.quality = QStringLiteral("Best");
+    options.reportFile = QStringLiteral("report.json");
+    QCOMPARE(run(options), 2);
+    QVERIFY(complained("\"Best\"; there are: Default, High\n"));
+    QVERIFY(!m_folder->files().contains(QStringLiteral("report.json")));
+}
+
+void tst_convert_tool::missingSettingsAreAnError()
+{
+    QVERIFY(QFile::remove(m_folder->path("program/Quorlin.ini")));
+    m_folder->write("a.txt");
+    QCOMPARE(run(converting({QStringLiteral("a.txt")})), 1);
+    QVERIFY(complained("Quorlin.ini cannot be read"));
+}
+
+void tst_convert_tool::aMissingComponentIsAnError()
+{
+    m_component.program = QStringLiteral("/nowhere/quorlin-pdf");
+    m_folder->write("a.txt");
+    QCOMPARE(run(converting({QStringLiteral("a.txt")})), 1);
+    QVERIFY(complained("a.txt: the PDF component /nowhere/quorlin-pdf cannot be started"));
+}
+
+void tst_convert_tool::aDeadComponentIsAnError()
+{
+    m_folder->write("die.txt");
+    QCOMPARE(run(converting({QStringLiteral("die.txt")})), 1);
+    QVERIFY(complained("die.txt: the PDF component ended with code 9"));
+}
+
+void tst_convert_tool::nothingToConvertIsAnError()
+{
+    m_folder->write("d/a.xyz");
+    QCOMPARE(run(converting({QStringLiteral("d")})), 1);
+    QVERIFY(complained("no documents in this folder"));
+    QVERIFY(complained("there is nothing to convert"));
+}
+
+void tst_convert_tool::anOutputFolderThatCannotBeMadeIsAnError()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.outputFolder = QStringLiteral("a.txt/out");
+    QCOMPARE(run(options), 1);
+    QVERIFY(complained("cannot be made"));
+}
+
+void tst_convert_tool::theReportGoesToOutputAlone()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.reportFile = QStringLiteral("-");
+    QCOMPARE(run(options), 0);
+    const auto report = QJsonDocument::fromJson(m_console->output).object();
+    const auto document = report.value(QStringLiteral("documents")).toArray().at(0).toObject();
+    QCOMPARE(document.value(QStringLiteral("output")).toString(), m_folder->path("a.pdf"));
+    QCOMPARE(document.value(QStringLiteral("status")).toString(), QStringLiteral("converted"));
+}
+
+void tst_convert_tool::theReportGoesToAFile()
+{
+    m_folder->write("fail.txt");
+    auto options = converting({QStringLiteral("fail.txt")});
+    options.reportFile = QStringLiteral("report.json");
+    QCOMPARE(run(options), 1);
+    const auto bytes = m_folder->read(QStringLiteral("report.json"));
+    const auto totals =
+        QJsonDocument::fromJson(bytes).object().value(QStringLiteral("totals")).toObject();
+    QCOMPARE(totals.value(QStringLiteral("failed")).toInt(), 1);
+}
+
+void tst_convert_tool::aReportThatCannotBeWrittenIsAnError()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.reportFile = QStringLiteral("none/report.json");
+    QCOMPARE(run(options), 1);
+    QVERIFY(complained("none/report.json cannot be written"));
+    QVERIFY(m_folder->files().contains(QStringLiteral("a.pdf")));
+}
+
+void tst_convert_tool::quietLeavesOnlyFailures()
+{
+    m_folder->write("a.txt");
+    m_folder->write("fail.txt");
+    auto options = converting({QStringLiteral("a.txt"), QStringLiteral("fail.txt")});
+    options.quiet = true;
+    QCOMPARE(run(options), 1);
+    QCOMPARE(m_console->output, QByteArray());
+    QCOMPARE(m_console->error, QByteArray("quorlin-convert: fail.txt: it is damaged\n"));
+}
+
+void tst_convert_tool::anInterruptionCancelsAndReports()
+{
+    m_folder->write("dawdle.txt");
+    auto options = converting({QStringLiteral("dawdle.txt")});
+    options.reportFile = QStringLiteral("-");
+    ConvertTool tool(options, *m_console, m_folder->path("program"), m_component);
+    QSignalSpy finished(&tool, &ConvertTool::finished);
+    tool.start();
+    QTRY_VERIFY(m_console->error.contains("Printing"));
+    tool.interrupt(15);
+    tool.interrupt(15);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), 143);
+    QVERIFY(m_console->output.contains("\"reason\": \"cancelled\""));
+}
+
+QTEST_GUILESS_MAIN(tst_convert_tool)
+#include "tst_convert_tool.moc"
