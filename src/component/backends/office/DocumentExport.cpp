@@ -3,6 +3,7 @@
 #include "component/backends/office/EncryptedPackage.h"
 #include "component/backends/office/ExportFilter.h"
 #include "component/backends/office/ExportedPdf.h"
+#include "component/backends/office/NameCheck.h"
 #include "component/backends/office/PasswordRefusal.h"
 #include "component/backends/office/ProgressIndicator.h"
 #include "component/backends/office/UnoValues.h"
@@ -107,8 +108,13 @@ WorkerResult DocumentExport::run(const ExportOrder &order)
 {
     if (const auto reason = unreadable(order.input); reason != Reason::None)
         return {reason, {}, {}};
+    // The engine would make the folder, and all those above it.
+    if (!QFileInfo(QFileInfo(order.output).path()).isDir())
+        return {Reason::NotAllowed, QStringLiteral("the folder for the result is missing"), {}};
     if (isEncryptedPackage(order.input))
         return {Reason::Protected, {}, {}};
+    if (contradictsItsName(order.input))
+        return {Reason::Damaged, {}, {}};
     bool isProtected = false;
     auto loaded = load(order.input, isProtected);
     if (!loaded.is())

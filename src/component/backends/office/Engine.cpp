@@ -3,6 +3,7 @@
 #include "component/backends/office/EngineEnvironment.h"
 #include "component/backends/office/EngineSockets.h"
 
+#include <QFile>
 #include <QUrl>
 #include <QUuid>
 
@@ -46,6 +47,8 @@ bool Engine::start()
 {
     if (!m_profile.prepare(m_installation.buildId))
         return false;
+    // Our end of the line, too, would make folders in the user's home.
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_profile.homeFolder()));
     for (int attempt = 0; attempt < MaxStarts; ++attempt) {
         if (!m_process.start(command()))
             return false;

@@ -47,6 +47,7 @@ css::uno::Sequence<css::beans::PropertyValue> options(bool plain)
         property("Quality", sal_Int32(90)),
         property("ExportBookmarks", !plain),
         property("ExportBookmarksToPDFDestination", false),
+        property("ExportLinksRelativeFsys", true),
     });
 }
 

@@ -1,9 +1,5 @@
 #include "component/backends/office/PasswordRefusal.h"
 
-#include "component/backends/office/UnoValues.h"
-
-#include <QtGlobal>
-
 #include <com/sun/star/document/FilterOptionsRequest.hpp>
 #include <com/sun/star/document/XInteractionFilterOptions.hpp>
 #include <com/sun/star/task/PasswordRequest.hpp>
@@ -33,7 +29,6 @@ bool select(const css::uno::Reference<css::task::XInteractionRequest> &request)
 void PasswordRefusal::handle(const css::uno::Reference<css::task::XInteractionRequest> &request)
 {
     const auto question = request->getRequest();
-    qInfo("engine asks: %ls", qUtf16Printable(UnoValues::text(question.getValueTypeName())));
     css::task::PasswordRequest password;
     if (question >>= password)
         m_asked = true;

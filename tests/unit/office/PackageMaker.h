@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace Quorlin {
+
+/// Documents in the open formats, made from nothing: a zip whose files are not compressed.
+class PackageMaker
+{
+public:
+    /// Adds a file. @param name path in the package, in ASCII.
+    void add(const QByteArray &name, const QByteArray &content);
+
+    /// The package with all that was added.
+    [[nodiscard]] QByteArray bytes() const;
+
+    /// A text document with one paragraph.
+    [[nodiscard]] static QByteArray textDocument(const QByteArray &text);
+    /// A text document whose content claims to be encrypted.
+    [[nodiscard]] static QByteArray encryptedDocument();
+    /// The compound file in which an encrypted document of the other family is wrapped.
+    [[nodiscard]] static QByteArray encryptedCompound();
+
+private:
+    QByteArray m_files;
+    QByteArray m_directory;
+    int m_count = 0;
+};
+
+} // namespace Quorlin
