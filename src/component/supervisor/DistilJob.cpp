@@ -205,8 +205,8 @@ void DistilJob::refuse(qsizetype index, Reason reason, const QString &text)
 /// The document is done: what was made for it goes, and the next one has its place.
 void DistilJob::leave(qsizetype index)
 {
-    const auto &work = m_work[index];
-    QFile::remove(work.input);
+    if (const auto &input = m_work[index].input; !input.isEmpty())
+        QFile::remove(input);
     m_outputs.remove(m_request.documents[index].file);
     --m_underWay;
     QMetaObject::invokeMethod(this, &DistilJob::admitMore, Qt::QueuedConnection);

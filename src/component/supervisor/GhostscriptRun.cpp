@@ -17,6 +17,8 @@ void GhostscriptRun::prepareProcess(QProcess &process, const QString &folder,
     environment.remove(QStringLiteral("GS_OPTIONS"));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder);
+    // What it complains about comes through the answers; the rest would only fill the log.
+    process.setProcessChannelMode(QProcess::MergedChannels);
     process.setProgram(QStringLiteral("gs"));
     process.setArguments(arguments);
 }

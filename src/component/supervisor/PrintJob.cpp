@@ -47,6 +47,12 @@ QString folderAddress(const QString &folder)
     return address.endsWith(QLatin1Char('/')) ? address : address + QLatin1Char('/');
 }
 
+/// Beside the document, since the engine writes links to files relative to the PDF.
+QString exportOf(const QString &input)
+{
+    return QFileInfo(input).absolutePath() + QStringLiteral("/quorlin-export.pdf");
+}
+
 bool deservesSecondTry(Reason reason)
 {
     return reason == Reason::EngineFailed || reason == Reason::TookTooLong ||
@@ -156,7 +162,7 @@ void PrintJob::exportDocument(qsizetype index)
         taskFor(index,
                 {{QStringLiteral("op"), QStringLiteral("export")},
                  {QStringLiteral("input"), document.input},
-                 {QStringLiteral("output"), document.folder + QStringLiteral("/export.pdf")},
+                 {QStringLiteral("output"), exportOf(document.input)},
                  {QStringLiteral("plain"), document.secondTry}},
                 0, ExportedPercent);
     if (document.secondTry)
@@ -168,7 +174,7 @@ void PrintJob::exportDocument(qsizetype index)
 void PrintJob::exported(qsizetype index, const WorkerAnswer &answer)
 {
     const auto &document = m_documents[index];
-    const auto pdf = document.folder + QStringLiteral("/export.pdf");
+    const auto pdf = exportOf(document.input);
     auto result = answer;
     if (result.reason == Reason::None && !PdfFile::looksWhole(pdf))
         result = {Reason::EngineFailed, {}, {}, false};
@@ -198,7 +204,7 @@ void PrintJob::retryFailed()
         auto &document = m_documents[index];
         document.secondTry = true;
         ++m_underWay;
-        QFile::remove(document.folder + QStringLiteral("/export.pdf"));
+        QFile::remove(exportOf(document.input));
         bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
     }
 }
