@@ -32,9 +32,10 @@ QJsonObject OfficeScene::start(const QProcessEnvironment &environment)
 
 QJsonObject OfficeScene::startBelowAnother()
 {
+    // A shell gives a background process no input of its own accord.
+    const auto script = QStringLiteral("exec 3<&0; \"$0\" --work \"$1\" <&3 3<&- & wait");
     return launch(QStringLiteral("sh"),
-                  {QStringLiteral("-c"), QStringLiteral("\"$0\" --work \"$1\" <&0 & wait"),
-                   workerProgram(), m_work.path()});
+                  {QStringLiteral("-c"), script, workerProgram(), m_work.path()});
 }
 
 QJsonObject OfficeScene::launch(const QString &program, const QStringList &arguments)
