@@ -1,5 +1,6 @@
 #include "component/backends/postscript/ContentMarks.h"
 
+#include "component/backends/postscript/ActualText.h"
 #include "component/backends/postscript/ContentRewriter.h"
 #include "component/backends/postscript/FormBox.h"
 #include "component/backends/postscript/PostScriptText.h"
@@ -40,8 +41,8 @@ bool flag(QPDFObjectHandle value)
 
 } // namespace
 
-ContentMarks::ContentMarks(QPDF &pdf, MarkLibrary &library, Purpose purpose)
-    : m_pdf(pdf), m_library(library), m_purpose(purpose)
+ContentMarks::ContentMarks(QPDF &pdf, MarkLibrary &library, TextFonts &texts, Purpose purpose)
+    : m_pdf(pdf), m_library(library), m_texts(texts), m_purpose(purpose)
 {
 }
 
@@ -135,6 +136,15 @@ void ContentMarks::readShadings(Scope &scope)
     scope.hasOwn = scope.hasOwn || !scope.shadings.empty();
 }
 
+void ContentMarks::readSpans(Scope &scope)
+{
+    for (auto &entry : subDictionary(scope.resources, "/Properties").ditems()) {
+        const auto text = actualText(entry.second);
+        if (text)
+            scope.spans.emplace(entry.first.substr(1), m_library.mark(m_texts.span(*text)));
+    }
+}
+
 void ContentMarks::readPatterns(Scope &scope)
 {
     for (auto &entry : subDictionary(scope.resources, "/Pattern").ditems()) {
@@ -163,6 +173,7 @@ void ContentMarks::fill(Scope &scope, QPDFObjectHandle resources)
         readStates(scope);
     readXObjects(scope);
     readShadings(scope);
+    readSpans(scope);
     readPatterns(scope);
 }
 
@@ -214,13 +225,25 @@ const MarkNames &ContentMarks::markForm(QPDFObjectHandle form, QPDFObjectHandle 
     return m_forms[id] = std::move(names);
 }
 
+bool ContentMarks::needsMarks(const Scope &scope, const std::string &content) const
+{
+    return scope.hasOwn || m_purpose.invisibleText || !scope.spans.empty() ||
+           content.find("/ActualText") != std::string::npos;
+}
+
 std::optional<std::string> ContentMarks::rewrite(const Scope &scope, const std::string &content,
                                                  MarkNames &names)
 {
     const bool invisible = m_purpose.invisibleText;
-    const ContentRewriter::Names marks{scope.states, scope.maskedImages, scope.shadings,
-                                       invisible ? m_library.mark("3 QTtr") : "",
-                                       invisible ? m_library.mark("0 QTtr") : ""};
+    const ContentRewriter::Names marks{
+        scope.states,
+        scope.maskedImages,
+        scope.shadings,
+        scope.spans,
+        [&](const std::u16string &text) { return m_library.mark(m_texts.span(text)); },
+        m_library.mark("QTspanend"),
+        invisible ? m_library.mark("3 QTtr") : "",
+        invisible ? m_library.mark("0 QTtr") : ""};
     ContentRewriter rewriter(marks);
     auto text = rewriter.rewrite(content);
     names.insert(rewriter.used().begin(), rewriter.used().end());
@@ -234,10 +257,10 @@ MarkNames ContentMarks::rewriteForm(QPDFObjectHandle form, QPDFObjectHandle inhe
     auto names = scope.names;
     m_formBlends[form.getObjGen()] = scope.blends;
     const auto begin = groupBegin(form, scope.blends);
-    if (begin.empty() && !scope.hasOwn && !m_purpose.invisibleText)
-        return names;
     const auto content = streamBytes(form);
-    auto text = content ? rewrite(scope, *content, names) : std::nullopt;
+    if (!content || (begin.empty() && !needsMarks(scope, *content)))
+        return names;
+    auto text = rewrite(scope, *content, names);
     if (!text || (begin.empty() && *text == *content))
         return names;
     if (!begin.empty()) {
@@ -284,8 +307,9 @@ void ContentMarks::markPage(QPDFObjectHandle page)
     const auto &scope = scopeOf(resources);
     auto names = scope.names;
     markAnnotations(page, resources, names);
-    const auto content = scope.hasOwn || m_purpose.invisibleText ? pageBytes(page) : std::nullopt;
-    const auto text = content ? rewrite(scope, *content, names) : std::nullopt;
+    const auto content = pageBytes(page);
+    const auto text = content && needsMarks(scope, *content) ? rewrite(scope, *content, names)
+                                                             : std::nullopt;
     if (text && *text != *content)
         page.replaceKey("/Contents", QPDFObjectHandle::newStream(&m_pdf, *text));
     if (!names.empty())

@@ -2,6 +2,7 @@
 
 #include "component/backends/postscript/GraphicsStateMarks.h"
 #include "component/backends/postscript/MarkLibrary.h"
+#include "component/backends/postscript/TextFonts.h"
 
 #include <map>
 #include <memory>
@@ -26,7 +27,8 @@ public:
         bool invisibleText = false; ///< look for text that is only there to be found
     };
 
-    ContentMarks(QPDF &pdf, MarkLibrary &library, Purpose purpose);
+    /// @param texts takes the texts that contents give in place of glyphs.
+    ContentMarks(QPDF &pdf, MarkLibrary &library, TextFonts &texts, Purpose purpose);
 
     /// Rewrites a page with its forms and the appearances of its annotations. The page gets
     /// resources of its own with the marks.
@@ -40,6 +42,7 @@ private:
         std::map<std::string, GraphicsStateMarks> states;
         std::map<std::string, std::vector<std::string>> maskedImages;
         std::map<std::string, std::string> shadings;
+        std::map<std::string, std::string> spans;
         MarkNames names;     ///< what the forms inside draw
         bool hasOwn = false; ///< the content itself needs marks
         bool blends = false; ///< it or a form inside uses a blend mode
@@ -50,6 +53,7 @@ private:
     void readStates(Scope &scope);
     void readXObjects(Scope &scope);
     void readShadings(Scope &scope);
+    void readSpans(Scope &scope);
     void readPatterns(Scope &scope);
     void addMarks(QPDFObjectHandle resources, const MarkNames &names);
     const GraphicsStateMarks &stateMarks(QPDFObjectHandle states, const std::string &name);
@@ -58,12 +62,14 @@ private:
     MarkNames rewriteForm(QPDFObjectHandle form, QPDFObjectHandle inherited);
     void markAppearance(QPDFObjectHandle appearance, QPDFObjectHandle inherited, MarkNames &names);
     void markAnnotations(QPDFObjectHandle page, QPDFObjectHandle inherited, MarkNames &names);
+    [[nodiscard]] bool needsMarks(const Scope &scope, const std::string &content) const;
     std::optional<std::string> rewrite(const Scope &scope, const std::string &content,
                                        MarkNames &names);
     [[nodiscard]] std::string groupBegin(QPDFObjectHandle form, bool blends) const;
 
     QPDF &m_pdf;
     MarkLibrary &m_library;
+    TextFonts &m_texts;
     Purpose m_purpose;
     std::map<QPDFObjGen, GraphicsStateMarks> m_states;
     std::map<QPDFObjGen, std::vector<std::string>> m_images;

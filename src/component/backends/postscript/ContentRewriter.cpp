@@ -1,5 +1,6 @@
 #include "component/backends/postscript/ContentRewriter.h"
 
+#include "component/backends/postscript/ActualText.h"
 #include "component/backends/postscript/PdfName.h"
 #include "component/backends/postscript/PostScriptText.h"
 
@@ -28,15 +29,20 @@ std::optional<std::string> ContentRewriter::rewrite(std::string_view content)
     m_copied = 0;
     m_levels.assign(1, {});
     m_used.clear();
+    m_contents.clear();
+    m_inSpan = false;
+    m_invisible = false;
     ContentScanner scanner(content);
     while (scanner.next()) {
         handle(scanner);
-        if (m_levels.size() > MaxLevels)
+        if (m_levels.size() > MaxLevels || m_contents.size() > MaxLevels)
             return std::nullopt;
     }
     if (scanner.brokenOff())
         return std::nullopt;
     copyTo(content.size());
+    if (m_inSpan)
+        draw(m_names.endSpan);
     for (std::size_t open = m_levels.size(); open > 1; --open)
         m_out += "\nQ";
     return std::move(m_out);
@@ -59,6 +65,10 @@ void ContentRewriter::handle(const ContentScanner &scanner)
         drawObject(scanner);
     else if (op == "sh")
         shade(scanner);
+    else if (op == "BDC" || op == "BMC")
+        beginContent(scanner);
+    else if (op == "EMC")
+        endContent(scanner);
     else if (op == "Tr")
         setTextMode(scanner);
 }
@@ -149,6 +159,39 @@ void ContentRewriter::shade(const ContentScanner &scanner)
     copyTo(scanner.begin());
     dropTo(scanner.end());
     draw(found->second);
+}
+
+void ContentRewriter::beginContent(const ContentScanner &scanner)
+{
+    std::string span;
+    if (scanner.op() == "BDC" && !m_inSpan) {
+        const auto named = m_names.spans.find(decodedName(scanner.operand(0)));
+        const auto text = named == m_names.spans.end() ? actualText(scanner.operands())
+                                                       : std::optional<std::u16string>();
+        if (named != m_names.spans.end())
+            span = named->second;
+        else if (text)
+            span = m_names.startSpan(*text);
+    }
+    m_contents.push_back(!span.empty());
+    if (span.empty())
+        return;
+    m_inSpan = true;
+    copyTo(scanner.end());
+    draw(span);
+}
+
+void ContentRewriter::endContent(const ContentScanner &scanner)
+{
+    if (m_contents.empty())
+        return;
+    const bool ours = m_contents.back();
+    m_contents.pop_back();
+    if (!ours)
+        return;
+    m_inSpan = false;
+    copyTo(scanner.begin());
+    draw(m_names.endSpan);
 }
 
 void ContentRewriter::setTextMode(const ContentScanner &scanner)

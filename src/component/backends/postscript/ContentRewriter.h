@@ -4,6 +4,7 @@
 #include "component/backends/postscript/GraphicsStateMarks.h"
 #include "component/backends/postscript/Matrix.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,11 @@ public:
         const std::map<std::string, std::vector<std::string>> &maskedImages;
         /// XObjects that do the work of a shading of that name
         const std::map<std::string, std::string> &shadings;
+        /// XObjects that start a span for the property list of that name
+        const std::map<std::string, std::string> &spans;
+        /// The XObject that starts a span which stands for this text
+        std::function<std::string(const std::u16string &)> startSpan;
+        std::string endSpan;   ///< XObject that ends a span
         std::string invisible; ///< XObject that starts invisible text
         std::string visible;   ///< XObject that ends it
     };
@@ -54,6 +60,8 @@ private:
     void applyState(const ContentScanner &scanner);
     void drawObject(const ContentScanner &scanner);
     void shade(const ContentScanner &scanner);
+    void beginContent(const ContentScanner &scanner);
+    void endContent(const ContentScanner &scanner);
     void setTextMode(const ContentScanner &scanner);
     void copyTo(std::size_t end);
     void dropTo(std::size_t end) { m_copied = end; }
@@ -66,6 +74,8 @@ private:
     std::size_t m_copied = 0;
     std::vector<Level> m_levels;
     MarkNames m_used;
+    std::vector<bool> m_contents; ///< marked content that is open: whether it is our span
+    bool m_inSpan = false;
     bool m_invisible = false;
 };
 

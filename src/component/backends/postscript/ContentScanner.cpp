@@ -57,6 +57,12 @@ std::string_view ContentScanner::operand(std::size_t fromLast) const
     return m_operands[(m_pushed - 1 - fromLast) % MaxOperands];
 }
 
+std::string_view ContentScanner::operands() const
+{
+    const auto opStart = static_cast<std::size_t>(m_op.data() - m_content.data());
+    return m_content.substr(m_begin, opStart - m_begin);
+}
+
 double ContentScanner::number(std::size_t fromLast) const
 {
     auto text = operand(fromLast);

@@ -27,6 +27,9 @@ public:
     /// The first byte after the operator.
     [[nodiscard]] std::size_t end() const { return m_position; }
 
+    /// The bytes of all operands.
+    [[nodiscard]] std::string_view operands() const;
+
     /// How many of the last operands are known, at most MaxOperands.
     [[nodiscard]] std::size_t operandCount() const { return m_count; }
 

@@ -96,8 +96,10 @@ FontUnicode readTexts(QPDFObjectHandle font)
     if (!bytes)
         return {};
     auto texts = FontUnicode::parse(*bytes);
+    const auto subtype = nameOf(font.getKey("/Subtype"));
+    texts.setByName(subtype == "/Type1" || subtype == "/MMType1");
     auto encoding = font.getKey("/Encoding");
-    if (!encoding.isStream() || nameOf(font.getKey("/Subtype")) != "/Type0")
+    if (!encoding.isStream() || subtype != "/Type0")
         return texts;
     const auto codes = streamBytes(encoding, MaxMapBytes);
     return codes ? texts.byCid(*codes) : texts;

@@ -25,7 +25,12 @@ public:
     /// Text of each code in UTF-16. Texts longer than 32 units and empty ones are left out.
     [[nodiscard]] const std::map<std::uint32_t, std::u16string> &texts() const { return m_texts; }
 
+    /// True for a font whose glyphs tell their text by their names alone.
+    [[nodiscard]] bool byName() const { return m_byName; }
+    void setByName(bool byName) { m_byName = byName; }
+
 private:
+    bool m_byName = false;
     std::map<std::uint32_t, std::u16string> m_texts;
 };
 

@@ -137,10 +137,9 @@ std::map<QPDFObjGen, FontUnicode> PrintCopy::rewrite()
         texts[font.getObjGen()] = FontRepair::readTexts(font);
     }
     MarkLibrary library(*m_pdf);
-    ContentMarks marks(*m_pdf, library, {survey.transparent(), m_foreign});
-    if (survey.transparent() || survey.shaded() || m_foreign)
-        for (const auto &page : pages)
-            marks.markPage(page);
+    ContentMarks marks(*m_pdf, library, m_textFonts, {survey.transparent(), m_foreign});
+    for (const auto &page : pages)
+        marks.markPage(page);
     return texts;
 }
 

@@ -2,6 +2,7 @@
 
 #include "component/backends/postscript/FontUnicode.h"
 #include "component/backends/postscript/PdfInventory.h"
+#include "component/backends/postscript/TextFonts.h"
 #include "component/protocol/Reason.h"
 
 #include <QString>
@@ -42,6 +43,9 @@ public:
     /// The text behind the codes of each font, by the name that the printing tool gives it.
     [[nodiscard]] const std::map<std::string, FontUnicode> &fonts() const { return m_fonts; }
 
+    /// The texts that contents give in place of their glyphs.
+    [[nodiscard]] const TextFonts &textFonts() const { return m_textFonts; }
+
     /// What the library said about the last failure; empty when there was none.
     [[nodiscard]] const QString &detail() const { return m_detail; }
 
@@ -57,6 +61,7 @@ private:
     bool m_foreign = true;
     PdfInventory m_inventory;
     std::map<std::string, FontUnicode> m_fonts;
+    TextFonts m_textFonts;
     QString m_detail;
 };
 

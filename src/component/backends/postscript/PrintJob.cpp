@@ -110,7 +110,8 @@ PrintOutcome PrintJob::print(const PrintRequest &request, const Progress &progre
     const Pdfmarks marks(document.inventory(), request.rebase);
     SpliceParts parts;
     parts.header = header(request, document.inventory());
-    parts.prolog = Prologue::procedures() + Prologue::fontTable(document.fonts());
+    parts.prolog = Prologue::procedures() + Prologue::fontTable(document.fonts()) +
+                   document.textFonts().definitions();
     parts.setup = marks.documentMarks();
     parts.pageSetup = [&](int page) {
         const auto index = static_cast<std::size_t>(page - 1);

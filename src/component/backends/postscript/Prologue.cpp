@@ -1,5 +1,6 @@
 #include "component/backends/postscript/Prologue.h"
 
+#include "component/backends/postscript/GlyphName.h"
 #include "component/backends/postscript/PrologueText.h"
 
 namespace Quorlin::Prologue {
@@ -19,6 +20,32 @@ void appendHex(std::string &out, const std::u16string &text)
     out.push_back('>');
 }
 
+std::string textsOf(const std::string &name, const FontUnicode &font)
+{
+    std::string out = "xpdf /QTfonts get /" + name + " [[";
+    int pairs = 0;
+    for (const auto &[code, text] : font.texts()) {
+        if (pairs > 0 && pairs % PairsInArray == 0)
+            out += "][";
+        out += (pairs++ % 8 == 0 ? "\n" : " ") + std::to_string(code);
+        appendHex(out, text);
+    }
+    return out + "]] put\n";
+}
+
+std::string namesOf(const std::string &name, const FontUnicode &font)
+{
+    std::string out = "xpdf /QTnames get /" + name + " [";
+    int pairs = 0;
+    for (const auto &[code, text] : font.texts()) {
+        const auto glyph = glyphName(text);
+        if (code > 255 || glyph.empty())
+            continue;
+        out += (pairs++ % 6 == 0 ? "\n" : " ") + std::to_string(code) + "/" + glyph;
+    }
+    return out + "] put\n";
+}
+
 } // namespace
 
 std::string procedures()
@@ -29,19 +56,9 @@ std::string procedures()
 std::string fontTable(const std::map<std::string, FontUnicode> &fonts)
 {
     std::string out;
-    for (const auto &[name, font] : fonts) {
-        if (font.texts().empty())
-            continue;
-        out += "xpdf /QTfonts get /" + name + " [[";
-        int pairs = 0;
-        for (const auto &[code, text] : font.texts()) {
-            if (pairs > 0 && pairs % PairsInArray == 0)
-                out += "][";
-            out += (pairs++ % 8 == 0 ? "\n" : " ") + std::to_string(code);
-            appendHex(out, text);
-        }
-        out += "]] put\n";
-    }
+    for (const auto &[name, font] : fonts)
+        if (!font.texts().empty())
+            out += font.byName() ? namesOf(name, font) : textsOf(name, font);
     return out;
 }
 

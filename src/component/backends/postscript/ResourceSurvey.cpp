@@ -54,8 +54,6 @@ void ResourceSurvey::visitResources(QPDFObjectHandle resources)
     ++m_depth;
     visitStates(resources.getKey("/ExtGState"));
     visitXObjects(resources.getKey("/XObject"));
-    auto shadings = resources.getKey("/Shading");
-    m_shaded = m_shaded || (shadings.isDictionary() && !shadings.getKeys().empty());
     visitPatterns(resources.getKey("/Pattern"));
     visitFonts(resources.getKey("/Font"));
     --m_depth;

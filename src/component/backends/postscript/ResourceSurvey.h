@@ -20,9 +20,6 @@ public:
     /// True when something that was visited looks through.
     [[nodiscard]] bool transparent() const { return m_transparent; }
 
-    /// True when something that was visited has smooth shadings.
-    [[nodiscard]] bool shaded() const { return m_shaded; }
-
     /// The font dictionaries that were visited, each once. All are indirect objects: those
     /// that were not have been made so.
     [[nodiscard]] const std::vector<QPDFObjectHandle> &fonts() const { return m_fonts; }
@@ -41,7 +38,6 @@ private:
     std::set<QPDFObjGen> m_seen;
     std::vector<QPDFObjectHandle> m_fonts;
     bool m_transparent = false;
-    bool m_shaded = false;
     int m_depth = 0;
 };
 
