@@ -23,11 +23,13 @@ WorkFolder::~WorkFolder()
 
 bool WorkFolder::create()
 {
+    // Empty when TMPDIR names no folder; a relative path would lead to the user's own.
+    const auto parent = QDir::tempPath();
+    if (parent.isEmpty())
+        return false;
     const auto random = QRandomGenerator::system()->generate64();
-    const auto path =
-        QDir(QDir::tempPath())
-            .absoluteFilePath(QLatin1String(Prefix) +
-                              QStringLiteral("%1").arg(random, 16, 16, QLatin1Char('0')));
+    const auto path = QDir(parent).absoluteFilePath(
+        QLatin1String(Prefix) + QStringLiteral("%1").arg(random, 16, 16, QLatin1Char('0')));
     m_journal.planFolder(path);
     const auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
     if (!QDir().mkdir(path, ownerOnly))
