@@ -44,7 +44,7 @@ css::uno::Sequence<css::beans::PropertyValue> options(bool plain)
         property("ExportHiddenSlides", false),
         property("ReduceImageResolution", false),
         property("UseLosslessCompression", false),
-        property("Quality", sal_Int32(90)),
+        property("Quality", sal_Int32(95)),
         property("ExportBookmarks", !plain),
         property("ExportBookmarksToPDFDestination", false),
         property("ExportLinksRelativeFsys", true),
