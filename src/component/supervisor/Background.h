@@ -9,7 +9,7 @@
 namespace Quorlin::Background {
 
 /// Runs blocking file work on another thread and hands its result to the receiver's thread.
-/// Nothing is handed over when the receiver is gone by then.
+/// Nothing is handed over when the receiver is gone by then, so the work must not use it.
 template <typename Work, typename Then>
 void run(QObject *receiver, Work work, Then then)
 {

@@ -11,6 +11,7 @@
 #include <QThreadPool>
 
 #include <algorithm>
+#include <utility>
 
 namespace Quorlin {
 
@@ -194,12 +195,11 @@ void Component::shutDown()
 {
     if (!m_workers)
         return;
-    for (auto *job : std::as_const(m_running)) {
+    for (auto *job : std::as_const(m_running))
         job->disconnect(this);
-        delete job;
-    }
-    m_running.clear();
+    // Every task is answered once more, so the jobs have to live until the workers are gone.
     m_workers->shutDown();
+    qDeleteAll(std::exchange(m_running, {}));
     m_workers.reset();
     // Copies under way write into the folders that go now.
     QThreadPool::globalInstance()->waitForDone(5000);

@@ -178,10 +178,10 @@ void DistilJob::retryAlone(qsizetype index)
 void DistilJob::placeOutput(qsizetype index)
 {
     const auto &file = m_request.documents[index].file;
-    const auto place = [this, from = m_work[index].output, folder = QFileInfo(file).absolutePath(),
-                        base = OutputNames::baseOf(file)] {
-        return m_outputs.place(from, folder, base, QStringLiteral("pdf"),
-                               {.step = Outputs::Step::Distil});
+    const auto place = [&outputs = m_outputs, from = m_work[index].output,
+                        folder = QFileInfo(file).absolutePath(), base = OutputNames::baseOf(file)] {
+        return outputs.place(from, folder, base, QStringLiteral("pdf"),
+                             {.step = Outputs::Step::Distil});
     };
     Background::run(this, place, [this, index](const Outputs::Placed &placed) {
         if (placed.result == ExclusiveFile::Result::NoRoom)

@@ -56,10 +56,9 @@ void MergeJob::merged(const WorkerAnswer &answer)
 void MergeJob::placeOutput()
 {
     const auto first = m_request.documents.first();
-    const auto place = [this, first] {
-        return m_outputs.place(m_output, QFileInfo(first).absolutePath(),
-                               OutputNames::baseOf(first), QStringLiteral("merged"),
-                               {.step = Outputs::Step::Merge});
+    const auto place = [&outputs = m_outputs, from = m_output, first] {
+        return outputs.place(from, QFileInfo(first).absolutePath(), OutputNames::baseOf(first),
+                             QStringLiteral("merged"), {.step = Outputs::Step::Merge});
     };
     Background::run(this, place, [this](const Outputs::Placed &placed) {
         if (placed.result == ExclusiveFile::Result::Done)

@@ -158,13 +158,12 @@ WorkerTask PrintJob::taskFor(qsizetype index, const QJsonObject &request, int fr
 void PrintJob::exportDocument(qsizetype index)
 {
     const auto &document = m_documents[index];
-    auto task =
-        taskFor(index,
-                {{QStringLiteral("op"), QStringLiteral("export")},
-                 {QStringLiteral("input"), document.input},
-                 {QStringLiteral("output"), exportOf(document.input)},
-                 {QStringLiteral("plain"), document.secondTry}},
-                0, ExportedPercent);
+    auto task = taskFor(index,
+                        {{QStringLiteral("op"), QStringLiteral("export")},
+                         {QStringLiteral("input"), document.input},
+                         {QStringLiteral("output"), exportOf(document.input)},
+                         {QStringLiteral("plain"), document.secondTry}},
+                        0, ExportedPercent);
     if (document.secondTry)
         task.after = m_engineGeneration;
     task.finished = [this, index](const WorkerAnswer &answer) { exported(index, answer); };
@@ -256,8 +255,8 @@ void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
 
 void PrintJob::placeOutput(qsizetype index, const QString &file, const Outputs::Output &properties)
 {
-    const auto place = [this, file, properties, at = m_documents[index].place] {
-        return m_outputs.place(file, at.folder, at.base, QStringLiteral("ps"), properties);
+    const auto place = [&outputs = m_outputs, file, properties, at = m_documents[index].place] {
+        return outputs.place(file, at.folder, at.base, QStringLiteral("ps"), properties);
     };
     Background::run(this, place, [this, index](const Outputs::Placed &placed) {
         if (placed.result == ExclusiveFile::Result::Done)
