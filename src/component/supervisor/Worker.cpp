@@ -10,7 +10,7 @@ namespace Quorlin {
 
 Worker::Worker(QObject *parent) : QObject(parent)
 {
-    connect(&m_process, &QProcess::started, this, &Worker::processStarted);
+    connect(&m_process, &QProcess::started, this, &Worker::started);
     connect(&m_process, &QProcess::errorOccurred, this, &Worker::processFailed);
     connect(&m_process, &QProcess::finished, this, &Worker::processFinished);
     connect(&m_process, &QProcess::readyReadStandardOutput, this,
@@ -22,7 +22,7 @@ Worker::~Worker()
 {
     m_process.disconnect(this);
     m_watchdog.disconnect(this);
-    ProcessGroup::kill(m_group);
+    kill();
     // The kill cannot be refused; this only reaps the process.
     if (m_process.state() != QProcess::NotRunning)
         m_process.waitForFinished(2000);
@@ -47,6 +47,14 @@ void Worker::launch()
     prepare(m_process);
     ProcessGroup::lead(m_process);
     m_process.start();
+    m_group = m_process.processId();
+}
+
+/// A process that has only just been made leads no group yet.
+void Worker::kill()
+{
+    ProcessGroup::kill(m_group);
+    m_process.kill();
 }
 
 void Worker::run(WorkerTask task)
@@ -65,7 +73,7 @@ void Worker::end()
 {
     if (m_state == State::Ended || m_state == State::New)
         return;
-    ProcessGroup::kill(m_group);
+    kill();
     if (m_state == State::Busy)
         finishTask({Reason::Cancelled, {}, {}, true});
     becomeEnded();
@@ -116,16 +124,11 @@ WorkerAnswer Worker::exited(int, QProcess::ExitStatus)
     return {Reason::EngineFailed, {}, {}, true};
 }
 
-void Worker::processStarted()
-{
-    m_group = m_process.processId();
-    started();
-}
-
 void Worker::processFailed(QProcess::ProcessError error)
 {
     if (error != QProcess::FailedToStart || m_state == State::Ended)
         return;
+    m_group = 0;
     const WorkerAnswer missing{
         Reason::ProgramMissing, tr("%1 is not installed").arg(programName()), {}, true};
     if (m_state == State::Busy)
@@ -145,7 +148,7 @@ void Worker::processFinished(int exitCode, QProcess::ExitStatus status)
 
 void Worker::hung()
 {
-    ProcessGroup::kill(m_group);
+    kill();
     if (m_state == State::Busy)
         finishTask({Reason::TookTooLong, {}, {}, true});
     becomeEnded();

@@ -97,7 +97,7 @@ private:
     enum class State { New, Starting, Idle, Busy, Ended };
 
     void launch();
-    void processStarted();
+    void kill();
     void processFailed(QProcess::ProcessError error);
     void processFinished(int exitCode, QProcess::ExitStatus status);
     void hung();
