@@ -92,7 +92,7 @@ void StandInWorker::waitFor(const QString &file)
 /// Writes down beside the program what was asked, for the test to read.
 void StandInWorker::note(QJsonObject request) const
 {
-    const QFileInfo program(QCoreApplication::applicationFilePath());
+    const QFileInfo program(QCoreApplication::arguments().first());
     request.insert(QStringLiteral("worker"), program.fileName());
     request.insert(QStringLiteral("pid"), QCoreApplication::applicationPid());
     QFile log(program.absolutePath() + QStringLiteral("/requests.log"));
