@@ -11,6 +11,12 @@ bool starts(std::string_view line, std::string_view word)
     return line.substr(0, word.size()) == word;
 }
 
+/// A font file without a line end has this behind its last word.
+bool endsResource(std::string_view line)
+{
+    return line.ends_with("%%EndResource\n");
+}
+
 } // namespace
 
 PostScriptSplice::PostScriptSplice(SpliceParts parts, Write write)
@@ -65,7 +71,7 @@ void PostScriptSplice::line(std::string_view line)
     case Section::PageHeader:
         return line.front() == '%' ? pageLine(line) : keep(line);
     default:
-        return line.front() == '%' ? structureLine(line) : keep(line);
+        return m_inResource || line.front() == '%' ? structureLine(line) : keep(line);
     }
 }
 
@@ -82,7 +88,7 @@ void PostScriptSplice::headerLine(std::string_view line)
 void PostScriptSplice::structureLine(std::string_view line)
 {
     if (m_inResource) {
-        m_inResource = !starts(line, "%%EndResource");
+        m_inResource = !endsResource(line);
     } else if (starts(line, "%%BeginResource")) {
         m_inResource = true;
     } else if (m_section == Section::Prolog && starts(line, "%%EndProlog")) {
