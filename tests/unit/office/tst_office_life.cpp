@@ -26,11 +26,11 @@ QByteArray longPage()
     return QByteArray("<p>Some words on a long page</p>\n").repeated(100000);
 }
 
-/// What the engine's pipes are called where everybody's temporary files lie.
-QStringList socketNames()
+/// The names of a worker's pipes where everybody's temporary files lie.
+QStringList socketNames(qint64 worker)
 {
-    return QDir::temp().entryList({QStringLiteral("OSL_PIPE_*_quorlin-*")},
-                                  QDir::AllEntries | QDir::System);
+    const auto names = QStringLiteral("OSL_PIPE_*_quorlin-%1-*").arg(worker);
+    return QDir::temp().entryList({names}, QDir::AllEntries | QDir::System);
 }
 
 } // namespace
@@ -129,7 +129,7 @@ void TestOfficeLife::writesIntoItsWorkFolderOnly()
     const auto file = scene.documents().write("grün.txt", "words");
     QCOMPARE(eventOf(scene.exportFile(file)), QStringLiteral("done"));
     QCOMPARE(home.names(), QStringList());
-    QCOMPARE(socketNames(), QStringList());
+    QCOMPARE(socketNames(scene.worker().processId()), QStringList());
     QCOMPARE(scene.documents().names(),
              QStringList({QStringLiteral("grün.txt"), QStringLiteral("out.pdf")}));
 }

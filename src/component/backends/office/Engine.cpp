@@ -3,6 +3,7 @@
 #include "component/backends/office/EngineEnvironment.h"
 #include "component/backends/office/EngineSockets.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QUrl>
 #include <QUuid>
@@ -34,7 +35,9 @@ bool wantsRestart(std::optional<int> code)
 
 Engine::Engine(const EngineInstallation &installation, const QString &workFolder)
     : m_installation(installation), m_workFolder(workFolder), m_profile(workFolder),
-      m_pipeName(QStringLiteral("quorlin-") + QUuid::createUuid().toString(QUuid::Id128))
+      m_pipeName(QStringLiteral("quorlin-%1-%2")
+                     .arg(QCoreApplication::applicationPid())
+                     .arg(QUuid::createUuid().toString(QUuid::Id128)))
 {
 }
 

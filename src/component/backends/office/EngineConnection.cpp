@@ -8,12 +8,24 @@
 #include <com/sun/star/connection/NoConnectException.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/XComponent.hpp>
 #include <cppuhelper/bootstrap.hxx>
 #include <rtl/bootstrap.hxx>
 
 namespace Quorlin {
 
 using css::uno::Reference;
+
+EngineConnection::~EngineConnection()
+{
+    try {
+        const Reference<css::lang::XComponent> local(m_local, css::uno::UNO_QUERY);
+        if (local.is())
+            local->dispose();
+    } catch (const css::uno::RuntimeException &) {
+        // What is left is freed with the process.
+    }
+}
 
 bool EngineConnection::open(const QString &pipeName, const QString &bootstrap)
 {

@@ -13,6 +13,11 @@ namespace Quorlin {
 class EngineConnection
 {
 public:
+    EngineConnection() = default;
+    ~EngineConnection();
+    EngineConnection(const EngineConnection &) = delete;
+    EngineConnection &operator=(const EngineConnection &) = delete;
+
     /// Calls the engine that listens on this pipe.
     /// @param bootstrap see EngineInstallation; the first call of a process decides.
     /// @return false while nobody listens.
