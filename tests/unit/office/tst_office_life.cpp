@@ -48,6 +48,7 @@ private Q_SLOTS:
     void theEngineIsInTheWorkersGroup();
     void writesIntoItsWorkFolderOnly();
     void aUsedProfileIsTakenAgain();
+    void anEngineThatAsksToBeStartedAgainIs();
     void saysThatTheEngineIsMissing();
     void saysThatItsFolderIsMissing();
 };
@@ -143,6 +144,17 @@ void TestOfficeLife::aUsedProfileIsTakenAgain()
     QVERIFY(scene.waitForEnd());
     QCOMPARE(eventOf(scene.start()), QStringLiteral("ready"));
     QVERIFY(scene.engineId() != first);
+    const auto file = scene.documents().write("a.txt", "words");
+    QCOMPARE(eventOf(scene.exportFile(file)), QStringLiteral("done"));
+}
+
+void TestOfficeLife::anEngineThatAsksToBeStartedAgainIs()
+{
+    OfficeScene scene;
+    // It does so when its profile belongs to another build.
+    const auto buildId = scene.work().write("profile/user/extensions/buildid", "another build");
+    QCOMPARE(eventOf(scene.start()), QStringLiteral("ready"));
+    QVERIFY(contentOf(buildId) != "another build");
     const auto file = scene.documents().write("a.txt", "words");
     QCOMPARE(eventOf(scene.exportFile(file)), QStringLiteral("done"));
 }
