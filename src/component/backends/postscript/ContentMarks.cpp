@@ -308,8 +308,8 @@ void ContentMarks::markPage(QPDFObjectHandle page)
     auto names = scope.names;
     markAnnotations(page, resources, names);
     const auto content = pageBytes(page);
-    const auto text = content && needsMarks(scope, *content) ? rewrite(scope, *content, names)
-                                                             : std::nullopt;
+    const auto text =
+        content && needsMarks(scope, *content) ? rewrite(scope, *content, names) : std::nullopt;
     if (text && *text != *content)
         page.replaceKey("/Contents", QPDFObjectHandle::newStream(&m_pdf, *text));
     if (!names.empty())

@@ -6,6 +6,7 @@
 #include "component/backends/postscript/Prologue.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryFile>
 
 namespace Quorlin {
@@ -38,7 +39,8 @@ std::string pageSetup(const PageGeometry &page, const std::string &marks)
     return text + "re W\n";
 }
 
-/// Writes the output file and takes it back unless it was kept.
+/// Writes the output file and takes it back unless it was kept. What is no ordinary file, such
+/// as a device, is never removed.
 class Output
 {
 public:
@@ -46,7 +48,7 @@ public:
 
     ~Output()
     {
-        if (m_opened && !m_kept)
+        if (m_opened && !m_kept && QFileInfo(m_file.fileName()).isFile())
             m_file.remove();
     }
 
