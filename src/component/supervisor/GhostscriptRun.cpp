@@ -36,6 +36,14 @@ WorkerAnswer GhostscriptRun::failureOf(const QByteArray &errorName)
     return {Reason::Damaged, tr("the PostScript is faulty (%1)").arg(name), {}, true};
 }
 
+WorkerAnswer GhostscriptRun::badOptions(const QByteArray &errorName)
+{
+    return {Reason::BadOptions,
+            tr("the job-options file is faulty (%1)").arg(QString::fromLatin1(errorName)),
+            {},
+            true};
+}
+
 QString GhostscriptRun::name()
 {
     return QStringLiteral("Ghostscript (gs)");
@@ -67,6 +75,8 @@ void GhostscriptRun::handle(const QByteArray &line)
 {
     static const QByteArray pageMark(GhostscriptCommand::PagesMark);
     static const QByteArray errorMark("Error: /");
+    if (line.endsWith(GhostscriptCommand::OptionsMark))
+        m_optionsRead = true;
     if (line.startsWith(pageMark)) {
         m_pages = line.sliced(pageMark.size()).trimmed().toInt();
     } else if (const auto at = line.indexOf(errorMark); at >= 0 && m_error.isEmpty()) {
@@ -78,6 +88,8 @@ WorkerAnswer GhostscriptRun::exited(int exitCode, QProcess::ExitStatus status)
 {
     if (status != QProcess::NormalExit)
         return {Reason::EngineFailed, {}, {}, true};
+    if (!m_error.isEmpty() && !m_optionsRead)
+        return badOptions(m_error);
     if (exitCode != 0 || !m_error.isEmpty())
         return failureOf(m_error.isEmpty() ? QByteArray("error") : m_error);
     if (m_pages == 0)

@@ -22,6 +22,8 @@ public:
                                const QStringList &arguments);
     /// What PostScript's name of an error means for the document.
     [[nodiscard]] static WorkerAnswer failureOf(const QByteArray &errorName);
+    /// The same for an error in the job options.
+    [[nodiscard]] static WorkerAnswer badOptions(const QByteArray &errorName);
     [[nodiscard]] static QString name();
 
 protected:
@@ -38,6 +40,7 @@ private:
 
     LineBuffer m_lines;
     QByteArray m_error;
+    bool m_optionsRead = false;
     int m_pages = -1; ///< unknown until told
 };
 

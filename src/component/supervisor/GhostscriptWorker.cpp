@@ -63,10 +63,7 @@ void GhostscriptWorker::handle(const QByteArray &line)
         return finishDocument();
     if (m_error.isEmpty())
         return becomeReady();
-    refuseStart({Reason::BadOptions,
-                 tr("the job-options file is faulty (%1)").arg(QString::fromLatin1(m_error)),
-                 {},
-                 true});
+    refuseStart(GhostscriptRun::badOptions(m_error));
     end();
 }
 

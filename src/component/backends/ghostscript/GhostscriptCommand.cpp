@@ -28,7 +28,9 @@ QStringList oneFile(const QString &folder, const QString &optionsFile, const QSt
         arguments << transparency();
     arguments << QStringLiteral("-q") << QStringLiteral("-dBATCH")
               << QStringLiteral("-sOutputFile=%1").arg(output) << QStringLiteral("-f")
-              << optionsFile << input << QStringLiteral("-c")
+              << optionsFile << QStringLiteral("-c")
+              << QStringLiteral("(%1) = flush").arg(QLatin1String(OptionsMark))
+              << QStringLiteral("-f") << input << QStringLiteral("-c")
               << QStringLiteral("(%1) print currentpagedevice /PageCount get == flush")
                      .arg(QLatin1String(PagesMark));
     return arguments;

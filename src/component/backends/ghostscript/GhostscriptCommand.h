@@ -19,6 +19,9 @@ enum class PostScriptOrigin {
 /// temporary files too.
 namespace GhostscriptCommand {
 
+/// How the line ends with which a process for one file tells that its job options are read.
+inline constexpr char OptionsMark[] = "%quorlin options";
+
 /// How the line begins with which a process for one file tells the number of pages at its end.
 inline constexpr char PagesMark[] = "%quorlin pages ";
 

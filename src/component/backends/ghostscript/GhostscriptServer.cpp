@@ -10,6 +10,8 @@ namespace {
 // document leaves it alone. An error is answered before the restore, because the restore
 // takes back every value that was stored since the save; "end" is answered once the output
 // file is closed. The stacks are cleared first: a failed program may leave anything on them.
+// A restore may fail, though all memory is back, when it cannot set the page device that was
+// there before: with PDF 1.4 and older that is so after every change of the page's size.
 constexpr char Program[] = R"(
 userdict /QJ 16 dict put
 QJ begin
@@ -30,7 +32,7 @@ QJ begin
     { source (r) file cvx end exec } stopped { QJ begin failure end } if
     clear cleardictstack
     QJ begin (end-of-pages) pages answer
-    level end restore
+    { level end restore } stopped { clear } if
     QJ begin } ifelse
   { << /OutputFile (/dev/null) >> setpagedevice } stopped { clear failure } if
   (end) 0 answer end } bind def
