@@ -34,7 +34,7 @@ WorkerAnswer WorkerWatch::run(const QJsonObject &request, const QString &folder,
     (void)QTest::qWaitFor([&] { return answers.size() > before; }, Patience);
     return answers.size() > before
                ? answers.last()
-               : WorkerAnswer{Reason::None, QStringLiteral("no answer came"), {}, false};
+               : WorkerAnswer{Reason::Cancelled, QStringLiteral("no answer came"), {}, false};
 }
 
 void WorkerWatch::begin(const QJsonObject &request, const QString &folder, const Limits &limits)
