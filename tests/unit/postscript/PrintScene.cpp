@@ -102,7 +102,8 @@ QPDF &PrintScene::result()
 {
     if (!m_result) {
         m_result = std::make_unique<QPDF>();
-        m_result->processFile(QFile::encodeName(resultPath()).constData());
+        m_resultName = QFile::encodeName(resultPath());
+        m_result->processFile(m_resultName.constData());
     }
     return *m_result;
 }

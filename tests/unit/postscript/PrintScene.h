@@ -51,6 +51,7 @@ public:
 
 private:
     TestFolder m_folder;
+    QByteArray m_resultName;
     std::unique_ptr<QPDF> m_result;
 };
 

@@ -24,8 +24,10 @@ QByteArray encrypted(const TestFolder &folder, const char *user, bool mayPrint)
 {
     folder.write("plain.pdf", onePage("BT /F1 20 Tf 20 100 Td (secret) Tj ET"));
     QPDF pdf;
-    pdf.processFile(folder.path("plain.pdf").toLocal8Bit().constData());
-    QPDFWriter writer(pdf, folder.path("locked.pdf").toLocal8Bit().constData());
+    const auto plain = folder.path("plain.pdf").toLocal8Bit();
+    const auto locked = folder.path("locked.pdf").toLocal8Bit();
+    pdf.processFile(plain.constData());
+    QPDFWriter writer(pdf, locked.constData());
     writer.setR6EncryptionParameters(user, "owner", true, true, true, true, true, true,
                                      mayPrint ? qpdf_r3p_full : qpdf_r3p_none, true);
     writer.write();

@@ -97,7 +97,8 @@ Reason PrintCopy::openFile(const QString &path, bool foreign)
     m_foreign = foreign;
     m_pdf = std::make_unique<QPDF>();
     m_pdf->setSuppressWarnings(true);
-    m_pdf->processFile(QFile::encodeName(path).constData());
+    m_path = QFile::encodeName(path);
+    m_pdf->processFile(m_path.constData());
     if (foreign && m_pdf->isEncrypted() && !m_pdf->ownerPasswordMatched() &&
         !m_pdf->allowPrintLowRes())
         return Reason::NotPrintable;
@@ -184,7 +185,8 @@ void PrintCopy::cleanPage(std::size_t index)
 
 void PrintCopy::save(const QString &path, std::map<QPDFObjGen, FontUnicode> texts)
 {
-    QPDFWriter writer(*m_pdf, QFile::encodeName(path).constData());
+    const auto name = QFile::encodeName(path); // the writer keeps no copy of it
+    QPDFWriter writer(*m_pdf, name.constData());
     writer.setStreamDataMode(qpdf_s_preserve);
     writer.setObjectStreamMode(qpdf_o_disable);
     writer.setPreserveEncryption(false);

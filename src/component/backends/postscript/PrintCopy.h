@@ -5,6 +5,7 @@
 #include "component/backends/postscript/TextFonts.h"
 #include "component/protocol/Reason.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <qpdf/QPDFObjGen.hh>
@@ -57,6 +58,7 @@ private:
     void disarm();
     void save(const QString &path, std::map<QPDFObjGen, FontUnicode> texts);
 
+    QByteArray m_path; ///< the library keeps no copy of it
     std::unique_ptr<QPDF> m_pdf;
     bool m_foreign = true;
     PdfInventory m_inventory;
