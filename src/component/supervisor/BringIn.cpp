@@ -14,6 +14,7 @@ namespace {
 
 Reason reasonOf(ExclusiveFile::Result result, const QString &from)
 {
+    const QFileInfo info(from);
     switch (result) {
     case ExclusiveFile::Result::Done:
         return Reason::None;
@@ -22,7 +23,9 @@ Reason reasonOf(ExclusiveFile::Result result, const QString &from)
     case ExclusiveFile::Result::NotAllowed:
         return Reason::NotReadable;
     default:
-        return QFileInfo::exists(from) ? Reason::NotReadable : Reason::NotFound;
+        if (!info.exists())
+            return Reason::NotFound;
+        return info.isFile() ? Reason::NotReadable : Reason::NotRegular;
     }
 }
 

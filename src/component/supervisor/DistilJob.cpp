@@ -40,6 +40,7 @@ void DistilJob::begin()
 {
     if (bringInOptions())
         return admitMore();
+    m_nextToAdmit = count();
     for (qsizetype i = 0; i < count(); ++i)
         refuse(i, Reason::BadOptions,
                tr("the job-options file %1 cannot be read").arg(m_request.documents[i].options));
@@ -116,9 +117,13 @@ void DistilJob::prepareOther(qsizetype index, PostScriptOrigin origin)
     bringIn(index, m_request.documents[index].file);
 }
 
+/// A foreign program may write in its folder, so it never gets a second name of the user's file.
 void DistilJob::bringIn(qsizetype index, const QString &from)
 {
-    const auto copy = [from, to = m_work[index].input] { return BringIn::linkedFile(from, to); };
+    const bool foreign = m_work[index].origin == PostScriptOrigin::Foreign;
+    const auto copy = [from, to = m_work[index].input, foreign] {
+        return foreign ? BringIn::file(from, to) : BringIn::linkedFile(from, to);
+    };
     Background::run(this, copy, [this, index](Reason reason) {
         if (reason == Reason::None)
             distil(index);

@@ -247,8 +247,11 @@ void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
     if (answer.reason != Reason::None)
         return refuse(index, answer.reason, answer.text);
     const auto &document = m_documents[index];
+    const auto file = document.folder + QStringLiteral("/printed.ps");
+    if (Acceptance::refusalOf(file) != Reason::None)
+        return refuse(index, Reason::EngineFailed);
     const bool ours = Acceptance::entranceOf(document.file) == Entrance::Office;
-    placeOutput(index, document.folder + QStringLiteral("/printed.ps"),
+    placeOutput(index, file,
                 {.origin = ours ? PostScriptOrigin::Ours : PostScriptOrigin::Printed,
                  .pages = answer.values.value(QLatin1String("pages")).toInt()});
 }
