@@ -1,6 +1,7 @@
 #include "support/TestFolder.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -12,6 +13,17 @@ TestFolder::TestFolder(const QString &parent)
 {
     if (!m_folder.isValid())
         qFatal("cannot make a folder for a test");
+}
+
+/// Folders that a test locked would stay.
+TestFolder::~TestFolder()
+{
+    QDirIterator folders(path(),
+                         QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+    while (folders.hasNext())
+        QFile::setPermissions(folders.next(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 QString TestFolder::path(const char *name) const

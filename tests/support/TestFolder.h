@@ -13,6 +13,9 @@ class TestFolder
 public:
     /// @param parent where to make it; empty means the folder for temporary files.
     explicit TestFolder(const QString &parent = {});
+    ~TestFolder();
+    TestFolder(const TestFolder &) = delete;
+    TestFolder &operator=(const TestFolder &) = delete;
 
     [[nodiscard]] QString path() const { return m_folder.path(); }
     [[nodiscard]] QString path(const char *name) const;
