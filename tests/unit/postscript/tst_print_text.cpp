@@ -91,6 +91,26 @@ private Q_SLOTS:
         QCOMPARE(scene.words(), QStringList(QString::fromUtf8("中文Ω")));
     }
 
+    void drawnFontsAreFoundAgain()
+    {
+        PdfDocument document;
+        auto &builder = document.builder();
+        const int glyph = builder.addStream({}, "500 0 0 0 400 700 d1 0 0 400 700 re f");
+        const int unicode = builder.addStream(
+            {}, "begincmap 2 beginbfchar <41><0058> <42><00660069> endbfchar endcmap");
+        const int font = builder.add(
+            "<< /Type /Font /Subtype /Type3 /FontBBox [0 0 500 700] /FontMatrix [.001 0 0 .001 0 "
+            "0] /CharProcs << /g1 " +
+            PdfBuilder::ref(glyph) + " /g2 " + PdfBuilder::ref(glyph) +
+            " >> /Encoding << /Differences [65 /g1 /g2] >> /FirstChar 65 /LastChar 66 /Widths "
+            "[500 500] /Resources << >> /ToUnicode " +
+            PdfBuilder::ref(unicode) + " >>");
+        document.addPage("BT /T 20 Tf 20 100 Td (ABA) Tj ET", fontResource(PdfBuilder::ref(font)));
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words(), QStringList(QStringLiteral("XfiX")));
+    }
+
     void oneGlyphMayStandForDifferentTexts()
     {
         PdfDocument document;

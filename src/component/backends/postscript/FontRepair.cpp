@@ -97,7 +97,7 @@ FontUnicode readTexts(QPDFObjectHandle font)
         return {};
     auto texts = FontUnicode::parse(*bytes);
     const auto subtype = nameOf(font.getKey("/Subtype"));
-    texts.setByName(subtype == "/Type1" || subtype == "/MMType1");
+    texts.setByName(subtype == "/Type1" || subtype == "/MMType1" || subtype == "/Type3");
     auto encoding = font.getKey("/Encoding");
     if (!encoding.isStream() || subtype != "/Type0")
         return texts;

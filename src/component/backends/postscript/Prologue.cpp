@@ -1,7 +1,7 @@
 #include "component/backends/postscript/Prologue.h"
 
 #include "component/backends/postscript/GlyphName.h"
-#include "component/backends/postscript/PrologueText.h"
+#include "component/backends/postscript/PrologueSources.h"
 
 namespace Quorlin::Prologue {
 
@@ -50,7 +50,7 @@ std::string namesOf(const std::string &name, const FontUnicode &font)
 
 std::string procedures()
 {
-    return PrologueText;
+    return std::string(PrologueText) + ProloguePaint;
 }
 
 std::string fontTable(const std::map<std::string, FontUnicode> &fonts)

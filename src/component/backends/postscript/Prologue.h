@@ -8,7 +8,7 @@
 namespace Quorlin::Prologue {
 
 /// Our procedures, to stand at the end of the prolog that pdftops writes. The text is kept in
-/// Prologue.ps.
+/// PrologueText.ps and ProloguePaint.ps.
 [[nodiscard]] std::string procedures();
 
 /// The table with the text behind the codes of each font, by the name that pdftops gives it.
