@@ -80,12 +80,24 @@ void cleanGlyphMap(QPDFObjectHandle font)
         map.replaceStreamData(*bytes, QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
 }
 
+/// The printing tool draws this glyph wherever there is none, but does not make it.
+void addEmptyGlyph(QPDF &pdf, QPDFObjectHandle font)
+{
+    auto glyphs = font.getKey("/CharProcs");
+    if (!glyphs.isDictionary() || glyphs.hasKey("/.notdef"))
+        return;
+    glyphs.replaceKey("/.notdef", QPDFObjectHandle::newStream(&pdf, "0 0 d0\n"));
+}
+
 } // namespace
 
-void repair(QPDFObjectHandle font)
+void repair(QPDF &pdf, QPDFObjectHandle font)
 {
-    if (nameOf(font.getKey("/Subtype")) == "/Type0")
+    const auto subtype = nameOf(font.getKey("/Subtype"));
+    if (subtype == "/Type0")
         cleanGlyphMap(font);
+    if (subtype == "/Type3")
+        addEmptyGlyph(pdf, font);
     nameEncoding(font);
 }
 

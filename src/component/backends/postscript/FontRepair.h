@@ -9,9 +9,10 @@ namespace Quorlin {
 /// Mends what makes the printing tool or a distiller stumble over a font dictionary.
 namespace FontRepair {
 
-/// Gives a font that is not embedded and names no encoding the standard one, and takes glyphs
-/// that do not exist out of the map of a composite font.
-void repair(QPDFObjectHandle font);
+/// Gives a font that is not embedded and names no encoding the standard one, takes glyphs that
+/// do not exist out of the map of a composite font, and gives a drawn font an empty glyph for
+/// the codes that show nothing.
+void repair(QPDF &pdf, QPDFObjectHandle font);
 
 /// The text behind the codes that the printing tool will write for this font: character codes
 /// of a simple font, CIDs of a composite one. Empty when the font does not say.

@@ -4,6 +4,7 @@
 #include "component/backends/postscript/FontRepair.h"
 #include "component/backends/postscript/InventoryReader.h"
 #include "component/backends/postscript/ResourceSurvey.h"
+#include "component/backends/postscript/Type1Names.h"
 
 #include <QFile>
 
@@ -133,8 +134,10 @@ std::map<QPDFObjGen, FontUnicode> PrintCopy::rewrite()
     ResourceSurvey survey(*m_pdf);
     for (const auto &page : pages)
         survey.visitPage(page);
+    Type1Names names;
     for (auto font : survey.fonts()) {
-        FontRepair::repair(font);
+        FontRepair::repair(*m_pdf, font);
+        names.separate(font);
         texts[font.getObjGen()] = FontRepair::readTexts(font);
     }
     MarkLibrary library(*m_pdf);

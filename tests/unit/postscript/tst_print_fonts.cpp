@@ -1,0 +1,74 @@
+#include "unit/postscript/PdfBuilder.h"
+#include "unit/postscript/PrintScene.h"
+#include "unit/postscript/TinyType1.h"
+
+#include <QTest>
+
+using namespace Quorlin;
+
+namespace {
+
+/// Adds a part of a large Type 1 font. @return a reference to the font.
+QByteArray addPart(PdfBuilder &builder, const QByteArray &tag, const QByteArray &glyph,
+                   const QByteArray &text)
+{
+    const TinyType1 type1("Parted", glyph);
+    const int file = builder.addStream(type1.lengths(), type1.program());
+    const int descriptor =
+        builder.add("<< /Type /FontDescriptor /FontName /" + tag +
+                    "+Parted /Flags 4 /FontBBox [0 0 500 700] /Ascent 800 /Descent -200 /CapHeight "
+                    "700 /ItalicAngle 0 /StemV 80 /FontFile " +
+                    PdfBuilder::ref(file) + " >>");
+    const int unicode =
+        builder.addStream({}, "begincmap 1 beginbfchar <41> <" + text + "> endbfchar endcmap");
+    return PdfBuilder::ref(builder.add(
+        "<< /Type /Font /Subtype /Type1 /BaseFont /" + tag +
+        "+Parted /FirstChar 65 /LastChar 65 /Widths [500] /FontDescriptor " +
+        PdfBuilder::ref(descriptor) + " /ToUnicode " + PdfBuilder::ref(unicode) + " >>"));
+}
+
+} // namespace
+
+class TestPrintFonts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void partsOfOneFontKeepTheirOwnGlyphs()
+    {
+        PdfDocument document;
+        const auto first = addPart(document.builder(), "AAAAAA", "cid1", "4E2D");
+        const auto second = addPart(document.builder(), "BAAAAA", "cid2", "6587");
+        document.addPage("BT /A 40 Tf 20 100 Td (A) Tj /B 40 Tf 40 0 Td (A) Tj ET",
+                         "/Font << /A " + first + " /B " + second + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words().join(QString()), QString::fromUtf8("中文"));
+        QCOMPARE(scene.sourceColor(1, 70, 115), QList<int>({0, 0, 0}));
+        QCOMPARE(scene.resultColor(1, 30, 115), QList<int>({0, 0, 0}));
+        QCOMPARE(scene.resultColor(1, 70, 115), QList<int>({0, 0, 0}));
+    }
+
+    void codesThatADrawnFontDoesNotHaveShowNothing()
+    {
+        PdfDocument document;
+        const int square =
+            document.builder().addStream({}, "1000 0 0 0 750 750 d1 0 0 750 750 re f");
+        const int font = document.builder().add(
+            "<< /Type /Font /Subtype /Type3 /FontBBox [0 0 750 750] /FontMatrix [0.001 0 0 0.001 0 "
+            "0] /CharProcs << /square " +
+            PdfBuilder::ref(square) +
+            " >> /Encoding << /Type /Encoding /Differences [97 /square /missing] >> /FirstChar 97 "
+            "/LastChar 98 /Widths [1000 1000] >>");
+        document.addPage("BT /D 40 Tf 20 100 Td (a ba) Tj ET",
+                         "/Font << /D " + PdfBuilder::ref(font) + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.resultColor(1, 30, 115), QList<int>({0, 0, 0}));
+        QCOMPARE(scene.resultColor(1, 70, 115), QList<int>({255, 255, 255}));
+        QCOMPARE(scene.resultColor(1, 110, 115), QList<int>({0, 0, 0}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPrintFonts)
+#include "tst_print_fonts.moc"
