@@ -48,7 +48,7 @@ qint64 Watchdog::folderSize() const
     qint64 size = 0;
     if (m_folder.isEmpty())
         return size;
-    QDirIterator files(m_folder, QDir::Files | QDir::Hidden);
+    QDirIterator files(m_folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         files.next();
         size += files.fileInfo().size();

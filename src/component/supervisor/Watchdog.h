@@ -19,7 +19,8 @@ class Watchdog : public QObject
 public:
     explicit Watchdog(QObject *parent = nullptr);
 
-    /// @param folder where the work's files grow; empty when there is none.
+    /// @param folder where the work's files grow, folders inside included; empty when there is
+    /// none.
     void start(const Limits &limits, const QString &folder);
     void stop();
 

@@ -37,7 +37,7 @@ void Worker::start()
     }
     m_startFailure = {
         Reason::EngineFailed, tr("%1 could not be started").arg(programName()), {}, true};
-    m_watchdog.start({.stallMs = Limits{}.startMs, .totalMs = Limits{}.startMs}, {});
+    m_watchdog.start({.stallMs = m_startLimitMs, .totalMs = m_startLimitMs}, {});
     launch();
 }
 

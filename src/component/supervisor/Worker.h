@@ -65,6 +65,8 @@ public:
     /// Counts the workers of a pool in the order of their start, from 1.
     [[nodiscard]] int generation() const { return m_generation; }
     void setGeneration(int generation) { m_generation = generation; }
+    /// How long it may take until it is ready, in milliseconds; Limits::startMs unless set.
+    void setStartLimit(int milliseconds) { m_startLimitMs = milliseconds; }
 
 Q_SIGNALS:
     void ready();
@@ -113,6 +115,7 @@ private:
     qint64 m_group = 0;
     int m_tasksDone = 0;
     int m_generation = 0;
+    int m_startLimitMs = Limits{}.startMs;
     bool m_wasReady = false;
 };
 
