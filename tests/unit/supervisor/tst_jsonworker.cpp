@@ -55,6 +55,7 @@ private Q_SLOTS:
     void endingItTwiceAnswersOnce();
     void saysWhyItIsUnavailable();
     void anExitBeforeTheGreetingIsAFailure();
+    void aWorkerThatNeverGreetsIsKilled();
     void aMissingProgramIsNamed();
     void aProgramThatMayNotRunIsNamed();
 
@@ -330,6 +331,16 @@ void TestJsonWorker::anExitBeforeTheGreetingIsAFailure()
     QVERIFY(!m_watch->start());
     QCOMPARE(m_watch->ends[0].reason, Reason::EngineFailed);
     QVERIFY(m_watch->ends[0].text.contains(QStringLiteral("the worker")));
+}
+
+void TestJsonWorker::aWorkerThatNeverGreetsIsKilled()
+{
+    make("none");
+    m_worker->setStartLimit(300);
+    QVERIFY(!m_watch->start());
+    QCOMPARE(m_watch->ends.size(), 1);
+    QCOMPARE(m_watch->ends[0].reason, Reason::EngineFailed);
+    QVERIFY(!m_worker->wasReady());
 }
 
 void TestJsonWorker::aMissingProgramIsNamed()

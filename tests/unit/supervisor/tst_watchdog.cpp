@@ -38,6 +38,7 @@ private Q_SLOTS:
     void bitesOnce();
     void staysQuietWhileItIsFed();
     void bitesAtTheUpperLimitThoughItIsFed();
+    void growingFilesAreProgress_data();
     void growingFilesAreProgress();
     void filesThatDoNotGrowAreNoProgress();
     void aFileThatIsReplacedByASmallerOneIsProgress();
@@ -91,15 +92,24 @@ void TestWatchdog::bitesAtTheUpperLimitThoughItIsFed()
     QVERIFY(clock.elapsed() >= 299);
 }
 
+void TestWatchdog::growingFilesAreProgress_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("a file") << QByteArray("file");
+    QTest::newRow("a hidden file") << QByteArray(".hidden");
+    QTest::newRow("in a folder inside") << QByteArray("a/b/file");
+}
+
 void TestWatchdog::growingFilesAreProgress()
 {
+    QFETCH(const QByteArray, name);
     const TestFolder folder;
     QByteArray content;
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
     dog.start({.stallMs = 1000, .totalMs = Long}, folder.path());
     {
-        const Repeat growing(20, [&] { folder.write(".hidden", content += 'x'); });
+        const Repeat growing(20, [&] { folder.write(name.constData(), content += 'x'); });
         QVERIFY(!bit.wait(1600));
     }
     QVERIFY(bit.wait(Patience));
