@@ -72,10 +72,6 @@ void ContentMarks::readStates(Scope &scope)
             continue;
         scope.states.emplace(name.substr(1), marks);
         scope.hasOwn = true;
-        if (marks.mask) {
-            const auto &inner = markForm(marks.maskForm, scope.resources);
-            scope.names.insert(inner.begin(), inner.end());
-        }
     }
 }
 
@@ -98,26 +94,37 @@ std::vector<std::string> ContentMarks::imageMarks(QPDFObjectHandle image)
     return {m_library.mark(text), m_library.alias(mask), m_library.mark("QTsoftimage")};
 }
 
-void ContentMarks::readXObjects(Scope &scope)
+void ContentMarks::readImages(Scope &scope)
 {
-    auto xObjects = subDictionary(scope.resources, "/XObject");
-    for (const auto &name : xObjects.getKeys()) {
-        auto object = xObjects.getKey(name);
-        if (!object.isStream())
+    for (auto &entry : subDictionary(scope.resources, "/XObject").ditems()) {
+        auto object = entry.second;
+        if (!object.isStream() || !hasSubtype(object, "/Image"))
             continue;
-        if (hasSubtype(object, "/Form")) {
-            const auto &inner = markForm(object, scope.resources);
-            scope.names.insert(inner.begin(), inner.end());
-            scope.blends = scope.blends || m_formBlends[object.getObjGen()];
-        } else if (hasSubtype(object, "/Image")) {
-            const auto id = object.getObjGen();
-            if (!m_images.count(id))
-                m_images[id] = imageMarks(object);
-            if (!m_images[id].empty())
-                scope.maskedImages.emplace(name.substr(1), m_images[id]);
-        }
+        const auto id = object.getObjGen();
+        if (!m_images.count(id))
+            m_images[id] = imageMarks(object);
+        if (!m_images[id].empty())
+            scope.maskedImages.emplace(entry.first.substr(1), m_images[id]);
     }
     scope.hasOwn = scope.hasOwn || !scope.maskedImages.empty();
+}
+
+void ContentMarks::markForms(Scope &scope)
+{
+    for (const auto &state : scope.states) {
+        if (!state.second.mask)
+            continue;
+        const auto &inner = markForm(state.second.maskForm, scope.resources);
+        scope.names.insert(inner.begin(), inner.end());
+    }
+    for (auto &entry : subDictionary(scope.resources, "/XObject").ditems()) {
+        auto object = entry.second;
+        if (!object.isStream() || !hasSubtype(object, "/Form"))
+            continue;
+        const auto &inner = markForm(object, scope.resources);
+        scope.names.insert(inner.begin(), inner.end());
+        scope.blends = scope.blends || m_formBlends[object.getObjGen()];
+    }
 }
 
 void ContentMarks::readShadings(Scope &scope)
@@ -145,7 +152,7 @@ void ContentMarks::readSpans(Scope &scope)
     }
 }
 
-void ContentMarks::readPatterns(Scope &scope)
+void ContentMarks::markPatterns(Scope &scope)
 {
     for (auto &entry : subDictionary(scope.resources, "/Pattern").ditems()) {
         if (!entry.second.isStream())
@@ -171,10 +178,12 @@ void ContentMarks::fill(Scope &scope, QPDFObjectHandle resources)
     scope.resources = resources;
     if (m_purpose.transparency)
         readStates(scope);
-    readXObjects(scope);
+    readImages(scope);
     readShadings(scope);
     readSpans(scope);
-    readPatterns(scope);
+    // What follows may come back to this scope: the forms of one page often share its resources.
+    markForms(scope);
+    markPatterns(scope);
 }
 
 ContentMarks::Scope &ContentMarks::scopeOf(QPDFObjectHandle resources)

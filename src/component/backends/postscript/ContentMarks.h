@@ -51,10 +51,11 @@ private:
     Scope &scopeOf(QPDFObjectHandle resources);
     void fill(Scope &scope, QPDFObjectHandle resources);
     void readStates(Scope &scope);
-    void readXObjects(Scope &scope);
+    void readImages(Scope &scope);
     void readShadings(Scope &scope);
     void readSpans(Scope &scope);
-    void readPatterns(Scope &scope);
+    void markForms(Scope &scope);
+    void markPatterns(Scope &scope);
     void addMarks(QPDFObjectHandle resources, const MarkNames &names);
     const GraphicsStateMarks &stateMarks(QPDFObjectHandle states, const std::string &name);
     std::vector<std::string> imageMarks(QPDFObjectHandle image);
