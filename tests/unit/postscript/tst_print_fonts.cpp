@@ -68,6 +68,34 @@ private Q_SLOTS:
         QCOMPARE(scene.resultColor(1, 70, 115), QList<int>({255, 255, 255}));
         QCOMPARE(scene.resultColor(1, 110, 115), QList<int>({0, 0, 0}));
     }
+
+    void glyphsWhoseTextIsToldApartAreNotTakenForLetters()
+    {
+        PdfDocument document;
+        const int font = document.builder().add(
+            "<< /Type /Font /Subtype /Type1 /BaseFont /Courier /Encoding /WinAnsiEncoding >>");
+        document.addPage("BT /C 20 Tf 20 100 Td (before ) Tj "
+                         "/Span <</ActualText <FEFF0915093F>>> BDC (&x) Tj 1 Tr 0 Tr (y) Tj EMC "
+                         "( after) Tj ET",
+                         "/Font << /C " + PdfBuilder::ref(font) + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words(), QStringList({QStringLiteral("before"), QString::fromUtf8("कि"),
+                                             QStringLiteral("after")}));
+        for (int x = 110; x < 140; ++x)
+            QCOMPARE(scene.resultColor(1, x, 104), scene.sourceColor(1, x, 104));
+    }
+
+    void textToldApartIsAsWideAsAllThatShowsIt()
+    {
+        PdfDocument document;
+        document.addPage("BT /F1 20 Tf 20 100 Td (a) Tj "
+                         "/Span <</ActualText <FEFF0062>>> BDC (i) Tj [-20] TJ (ill) Tj [-20] TJ "
+                         "(ill) Tj EMC (c) Tj ET");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words(), QStringList(QStringLiteral("abc")));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPrintFonts)
