@@ -96,6 +96,18 @@ private Q_SLOTS:
         QVERIFY(scene.run(document.file()));
         QCOMPARE(scene.words(), QStringList(QStringLiteral("abc")));
     }
+
+    void outlinedAndClippingTextIsFound()
+    {
+        PdfDocument document;
+        document.addPage("BT 1 Tr /F1 40 Tf 20 100 Td (Line) Tj ET q BT 7 Tr /F1 40 Tf 150 100 Td "
+                         "(Clip) Tj ET 1 0 0 rg 0 0 300 200 re f Q");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words(), QStringList({QStringLiteral("Line"), QStringLiteral("Clip")}));
+        for (int x = 20; x < 250; ++x)
+            QCOMPARE(scene.resultColor(1, x, 110), scene.sourceColor(1, x, 110));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPrintFonts)
