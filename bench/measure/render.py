@@ -39,7 +39,7 @@ def _render_both(direct, result, folder, first, last):
 
 
 def _start(pdf, root, first, last):
-    command = ["pdftoppm", "-r", DOTS_PER_INCH, "-gray", "-f", first, "-l", last, pdf, root]
+    command = ["pdftoppm", "-cropbox", "-r", DOTS_PER_INCH, "-gray", "-f", first, "-l", last, pdf, root]
     return subprocess.Popen(
         [str(part) for part in command], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
     )

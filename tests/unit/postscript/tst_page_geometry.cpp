@@ -53,6 +53,17 @@ private Q_SLOTS:
         QCOMPARE(top.y, 50.0);
     }
 
+    void largeUnitsMakeLargeSheets()
+    {
+        const PageGeometry page(Visible, 90, 2.5);
+        QCOMPARE(page.sheetWidth(), 500.0);
+        QCOMPARE(page.sheetHeight(), 250.0);
+        QCOMPARE(mapBox(Visible, page.toSheet()), (Box{0, 0, 500, 250}));
+        QCOMPARE(text(onSheet({"XYZ", {10.0, 120.0, 2.0}}, page)), QStringLiteral("XYZ 250 250 2"));
+        QCOMPARE(PageGeometry(Visible, 0, 1000).sheetHeight(), 14400.0);
+        QCOMPARE(PageGeometry(Visible, 0, 1e-9).sheetWidth(), 1.0);
+    }
+
     void viewsFollowThePage_data()
     {
         QTest::addColumn<int>("rotation");

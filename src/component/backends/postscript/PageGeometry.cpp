@@ -12,6 +12,7 @@ namespace {
 
 constexpr double SmallestSide = 1;
 constexpr double LargestSide = 200000;
+constexpr double LargestSheet = 14400;
 
 std::optional<Box> readBox(QPDFObjectHandle object)
 {
@@ -57,9 +58,12 @@ Box mapBox(const Box &box, const Matrix &matrix)
     return result;
 }
 
-PageGeometry::PageGeometry(const Box &box, int rotation)
+PageGeometry::PageGeometry(const Box &box, int rotation, double unit)
     : m_box(box), m_rotation(90 * quarterTurns(rotation))
 {
+    const auto [shorter, longer] = std::minmax({box[2] - box[0], box[3] - box[1]});
+    m_unit = unit > 1 ? std::max(1.0, std::min(unit, LargestSheet / longer))
+                      : std::min(1.0, std::max(unit, SmallestSide / shorter));
 }
 
 PageGeometry PageGeometry::of(QPDFObjectHandle page)
@@ -71,22 +75,29 @@ PageGeometry PageGeometry::of(QPDFObjectHandle page)
     if (crop)
         box = commonPart(*crop, box).value_or(box);
     auto rotate = helper.getAttribute("/Rotate", false);
-    return {box, rotate.isNumber()
-                     ? static_cast<int>(std::clamp(rotate.getNumericValue(), -1e6, 1e6))
-                     : 0};
+    auto unit = page.getKey("/UserUnit");
+    return {box,
+            rotate.isNumber() ? static_cast<int>(std::clamp(rotate.getNumericValue(), -1e6, 1e6))
+                              : 0,
+            unit.isNumber() && unit.getNumericValue() > 0 ? unit.getNumericValue() : 1};
 }
 
 double PageGeometry::sheetWidth() const
 {
-    return isSideways() ? m_box[3] - m_box[1] : m_box[2] - m_box[0];
+    return m_unit * (isSideways() ? m_box[3] - m_box[1] : m_box[2] - m_box[0]);
 }
 
 double PageGeometry::sheetHeight() const
 {
-    return isSideways() ? m_box[2] - m_box[0] : m_box[3] - m_box[1];
+    return m_unit * (isSideways() ? m_box[2] - m_box[0] : m_box[3] - m_box[1]);
 }
 
 Matrix PageGeometry::toSheet() const
+{
+    return turned().then({m_unit, 0, 0, m_unit, 0, 0});
+}
+
+Matrix PageGeometry::turned() const
 {
     switch (m_rotation) {
     case 90:

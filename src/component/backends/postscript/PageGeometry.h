@@ -25,7 +25,9 @@ public:
 
     /// @param box the visible box in the page's coordinates.
     /// @param rotation clockwise, in degrees; brought to 0, 90, 180 or 270.
-    PageGeometry(const Box &box, int rotation);
+    /// @param unit points in one unit of the page; made smaller where the sheet would be larger
+    /// than a PDF may have it.
+    PageGeometry(const Box &box, int rotation, double unit = 1);
 
     /// Reads a page object, inherited attributes included. A page without a usable box gets
     /// the size of a letter, as viewers do.
@@ -41,8 +43,11 @@ public:
     [[nodiscard]] Matrix toSheet() const;
 
 private:
+    [[nodiscard]] Matrix turned() const;
+
     Box m_box{0, 0, 612, 792};
     int m_rotation = 0;
+    double m_unit = 1;
 };
 
 } // namespace Quorlin
