@@ -14,7 +14,7 @@ namespace Quorlin {
 
 namespace {
 
-constexpr int MostUnderWay = 8;
+constexpr int MostUnderWay = 16;
 
 /// A job-options file is a few kilobytes; empty when it is missing, no file or absurdly large.
 QByteArray smallFile(const QString &path)
@@ -157,7 +157,8 @@ void DistilJob::distilled(qsizetype index, const WorkerAnswer &answer)
         return placeOutput(index);
     const bool worthIt =
         answer.reason == Reason::EngineFailed || work.origin == PostScriptOrigin::Ours;
-    const bool possible = answer.reason != Reason::ProgramMissing &&
+    const bool possible = answer.reason != Reason::Cancelled &&
+                          answer.reason != Reason::ProgramMissing &&
                           answer.reason != Reason::BadOptions &&
                           answer.reason != Reason::NothingPrinted;
     if (!work.secondTry && worthIt && possible)

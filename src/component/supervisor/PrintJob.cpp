@@ -20,7 +20,7 @@ namespace Quorlin {
 namespace {
 
 // Enough to keep engines and printers busy, few enough not to fill the disk.
-constexpr int MostUnderWay = 8;
+constexpr int MostUnderWay = 16;
 // A document's progress: the export takes most of the time.
 constexpr int ExportedPercent = 60;
 

@@ -90,7 +90,8 @@ void WorkerPool::startWorkers()
     const auto starting =
         std::ranges::count_if(m_workers, [](const auto &w) { return w->isStarting(); });
     const auto busy = std::ranges::count_if(m_workers, [](const auto &w) { return w->isBusy(); });
-    const auto waiting = static_cast<int>(m_waiting.size());
+    // Each worker that is starting will take one of those that wait.
+    const auto waiting = std::max<qsizetype>(0, std::ssize(m_waiting) - starting);
     const auto wanted = starting + busy == 0
                             ? qsizetype{1}
                             : starting + busy + waiting / m_settings.waitingPerWorker;
