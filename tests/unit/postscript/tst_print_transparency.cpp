@@ -62,6 +62,26 @@ private Q_SLOTS:
         QVERIFY(!alike(scene.resultColor(1, 15, 45), {255, 0, 0}));
     }
 
+    void whoeverDistilsMayCountThePagesWithAShowpageOfItsOwn()
+    {
+        PdfDocument document;
+        document.addPage(Background);
+        document.addPage(Background);
+        PrintScene scene;
+        scene.print(document.file());
+        const auto file = scene.folder().path("counted.ps");
+        QFile counted(file);
+        QVERIFY(counted.open(QIODevice::WriteOnly));
+        counted.write("userdict /showpage { systemdict /showpage get exec (a page) = } put\n" +
+                      scene.postScript());
+        counted.close();
+        const auto said =
+            outputOf(QStringLiteral("gs"),
+                     {QStringLiteral("-q"), QStringLiteral("-dNOPAUSE"), QStringLiteral("-dBATCH"),
+                      QStringLiteral("-sDEVICE=nullpage"), file});
+        QCOMPARE(said.count("a page"), 2);
+    }
+
     void aGroupLooksThroughAsAWhole()
     {
         PdfDocument document;
