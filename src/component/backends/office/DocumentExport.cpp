@@ -3,7 +3,6 @@
 #include "component/backends/office/EncryptedPackage.h"
 #include "component/backends/office/ExportFilter.h"
 #include "component/backends/office/ExportedPdf.h"
-#include "component/backends/office/ImportFilter.h"
 #include "component/backends/office/NameCheck.h"
 #include "component/backends/office/PasswordRefusal.h"
 #include "component/backends/office/ProgressIndicator.h"
@@ -131,19 +130,16 @@ DocumentExport::Document DocumentExport::load(const QString &path, bool &isProte
     const Reference<css::task::XInteractionHandler> questions(refusal.get());
     const Reference<css::task::XStatusIndicator> progress(
         new ProgressIndicator(m_progress, 0, LoadedPercent));
-    auto options = sequence(
-        {property("Hidden", true), property("ReadOnly", true), property("Silent", true),
-         property("MacroExecutionMode", css::document::MacroExecMode::NEVER_EXECUTE),
-         property("UpdateDocMode", css::document::UpdateDocMode::NO_UPDATE),
-         property("InteractionHandler", questions), property("StatusIndicator", progress)});
-    if (const auto filter = ImportFilter::nameFor(path); !filter.isEmpty()) {
-        options.realloc(options.getLength() + 1);
-        options.getArray()[options.getLength() - 1] = property("FilterName", filter);
-    }
     Document document;
     try {
-        document =
-            m_desktop->loadComponentFromURL(UnoValues::fileAddress(path), "_blank", 0, options);
+        document = m_desktop->loadComponentFromURL(
+            UnoValues::fileAddress(path), "_blank", 0,
+            sequence({property("Hidden", true), property("ReadOnly", true),
+                      property("Silent", true),
+                      property("MacroExecutionMode", css::document::MacroExecMode::NEVER_EXECUTE),
+                      property("UpdateDocMode", css::document::UpdateDocMode::NO_UPDATE),
+                      property("InteractionHandler", questions),
+                      property("StatusIndicator", progress)}));
     } catch (const css::lang::DisposedException &) {
         throw;
     } catch (const css::uno::Exception &error) {
