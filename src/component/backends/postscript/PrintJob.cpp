@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <QTemporaryFile>
 
 namespace Quorlin {
@@ -39,6 +40,15 @@ std::string pageSetup(const PageGeometry &page, const std::string &marks)
     return text + "re W\n";
 }
 
+/// A file that cannot be made on a full disk is told from one that may not be made.
+Reason refusalOf(const QString &folder)
+{
+    constexpr qint64 LittleRoom = 64 * 1024; // bytes
+    const QStorageInfo disk(folder);
+    return disk.isValid() && disk.bytesAvailable() < LittleRoom ? Reason::NoRoom
+                                                                : Reason::NotAllowed;
+}
+
 /// Writes the output file and takes it back unless it was kept. What is no ordinary file, such
 /// as a device, is never removed.
 class Output
@@ -69,7 +79,9 @@ public:
 
     [[nodiscard]] Reason failure() const
     {
-        return m_file.error() == QFileDevice::ResourceError ? Reason::NoRoom : Reason::NotAllowed;
+        return m_file.error() == QFileDevice::ResourceError
+                   ? Reason::NoRoom
+                   : refusalOf(QFileInfo(m_file.fileName()).path());
     }
 
     void keep()
@@ -96,7 +108,7 @@ PrintOutcome PrintJob::run(const PrintRequest &request, const Progress &progress
         return {reason, {}, 0};
     QTemporaryFile copy(request.workFolder + QStringLiteral("/print-XXXXXX.pdf"));
     if (!copy.open())
-        return {Reason::NotAllowed, QStringLiteral("The working folder cannot be written"), 0};
+        return {refusalOf(request.workFolder), {}, 0};
     copy.close();
     reason = document.write(copy.fileName());
     if (reason != Reason::None)
