@@ -244,9 +244,12 @@ void PrintJob::print(qsizetype index, const QString &pdf)
 
 void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
 {
+    auto &document = m_documents[index];
+    const bool isPdf = Acceptance::entranceOf(document.file) == Entrance::Pdf;
+    if (answer.reason == Reason::EngineFailed && !std::exchange(document.printedAgain, true))
+        return print(index, isPdf ? document.input : exportOf(document.input));
     if (answer.reason != Reason::None)
         return refuse(index, answer.reason, answer.text);
-    const auto &document = m_documents[index];
     const auto file = document.folder + QStringLiteral("/printed.ps");
     if (Acceptance::refusalOf(file) != Reason::None)
         return refuse(index, Reason::EngineFailed);

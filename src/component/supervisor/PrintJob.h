@@ -48,6 +48,7 @@ private:
         QString folder; ///< its working folder
         QString input;  ///< the copy inside
         bool secondTry = false;
+        bool printedAgain = false;
         Reason firstReason = Reason::None;
         QString firstText;
     };

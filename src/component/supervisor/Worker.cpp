@@ -151,6 +151,9 @@ void Worker::hung()
     kill();
     if (m_state == State::Busy)
         finishTask({Reason::TookTooLong, {}, {}, true});
+    else
+        m_startFailure = {
+            Reason::TookTooLong, tr("%1 took too long to start").arg(programName()), {}, true};
     becomeEnded();
 }
 

@@ -123,6 +123,7 @@ void WorkerPool::startWorkerFor(const WorkerTask &task)
     auto *worker = created.get();
     worker->setKey(task.key);
     worker->setGeneration(++m_generation);
+    worker->setStartLimit(std::min({Limits{}.startMs, task.limits.stallMs, task.limits.totalMs}));
     m_workers.push_back(std::move(created));
     connect(worker, &Worker::ready, this, &WorkerPool::scheduleSoon);
     connect(worker, &Worker::idle, this, [this, worker] {
@@ -140,13 +141,27 @@ void WorkerPool::lost(Worker *worker, const WorkerAnswer &startFailure)
     const auto key = worker->key();
     const bool neverReady = worker->tasksDone() == 0 && !worker->wasReady();
     retire(worker);
-    const auto task = std::ranges::find(m_waiting, key, &WorkerTask::key);
-    if (neverReady && task != m_waiting.end()) {
-        const auto failed = std::move(*task);
-        m_waiting.erase(task);
-        failed.finished(startFailure);
-    }
+    // A program that never answers would make each task wait for as long.
+    const bool forAll = startFailure.reason == Reason::TookTooLong;
+    if (neverReady)
+        for (const auto &task : takeWaiting(key, forAll))
+            task.finished(startFailure);
     scheduleSoon();
+}
+
+/// Takes the first waiting task of this key, or all of them.
+std::vector<WorkerTask> WorkerPool::takeWaiting(const QString &key, bool all)
+{
+    std::vector<WorkerTask> taken;
+    for (auto task = m_waiting.begin(); task != m_waiting.end() && (all || taken.empty());) {
+        if (task->key == key) {
+            taken.push_back(std::move(*task));
+            task = m_waiting.erase(task);
+        } else {
+            ++task;
+        }
+    }
+    return taken;
 }
 
 void WorkerPool::retire(Worker *worker)

@@ -56,6 +56,7 @@ private:
     bool makeRoomFor(const WorkerTask &task);
     void startWorkerFor(const WorkerTask &task);
     void lost(Worker *worker, const WorkerAnswer &startFailure);
+    [[nodiscard]] std::vector<WorkerTask> takeWaiting(const QString &key, bool all);
     void retire(Worker *worker);
     void endIdle();
     [[nodiscard]] bool serves(const Worker &worker, const WorkerTask &task) const;

@@ -339,7 +339,7 @@ void TestJsonWorker::aWorkerThatNeverGreetsIsKilled()
     m_worker->setStartLimit(300);
     QVERIFY(!m_watch->start());
     QCOMPARE(m_watch->ends.size(), 1);
-    QCOMPARE(m_watch->ends[0].reason, Reason::EngineFailed);
+    QCOMPARE(m_watch->ends[0].reason, Reason::TookTooLong);
     QVERIFY(!m_worker->wasReady());
 }
 
