@@ -3,8 +3,19 @@
 #include "component/supervisor/PdfFile.h"
 
 #include <QProcessEnvironment>
+#include <QStorageInfo>
 
 namespace Quorlin {
+
+namespace {
+
+bool hasRoom(const QString &folder)
+{
+    constexpr qint64 LittleRoom = 1024 * 1024;
+    return QStorageInfo(folder).bytesAvailable() > LittleRoom;
+}
+
+} // namespace
 
 GhostscriptRun::GhostscriptRun(QObject *parent) : Worker(parent), m_lines(64 * 1024) {}
 
@@ -90,6 +101,10 @@ WorkerAnswer GhostscriptRun::exited(int exitCode, QProcess::ExitStatus status)
         return {Reason::EngineFailed, {}, {}, true};
     if (!m_error.isEmpty() && !m_optionsRead)
         return badOptions(m_error);
+    // A program that somebody gave us may fail in this way at files that it may not touch.
+    const bool printed = task().request.value(QLatin1String("printed")).toBool();
+    if (!printed && m_error == "ioerror" && hasRoom(task().folder))
+        return {Reason::Damaged, tr("the PostScript is faulty (ioerror)"), {}, true};
     if (exitCode != 0 || !m_error.isEmpty())
         return failureOf(m_error.isEmpty() ? QByteArray("error") : m_error);
     if (m_pages == 0)
