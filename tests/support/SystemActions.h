@@ -28,6 +28,9 @@ void kill(qint64 process);
 /// Asks a process that this test started to end.
 void askToEnd(qint64 process);
 
+/// Asks it in the way of somebody at the keyboard.
+void interrupt(qint64 process);
+
 /// The leader of a process's group.
 [[nodiscard]] qint64 groupOf(qint64 process);
 
@@ -62,6 +65,9 @@ public:
 
     /// False when this process may not mount.
     [[nodiscard]] bool isMounted() const { return m_mounted; }
+
+    /// From now on nobody writes, not even the administrator.
+    [[nodiscard]] bool makeReadOnly() const;
 
 private:
     QString m_folder;

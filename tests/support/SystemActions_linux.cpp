@@ -72,6 +72,12 @@ void askToEnd(qint64 process)
         ::kill(static_cast<pid_t>(process), SIGTERM);
 }
 
+void interrupt(qint64 process)
+{
+    if (process > 1)
+        ::kill(static_cast<pid_t>(process), SIGINT);
+}
+
 qint64 groupOf(qint64 process)
 {
     return ::getpgid(static_cast<pid_t>(process));
@@ -114,6 +120,12 @@ SmallDisk::~SmallDisk()
 {
     if (m_mounted && ::umount2(QFile::encodeName(m_folder).constData(), MNT_DETACH) != 0)
         qWarning("a small disk stays mounted");
+}
+
+bool SmallDisk::makeReadOnly() const
+{
+    return ::mount(nullptr, QFile::encodeName(m_folder).constData(), nullptr,
+                   MS_REMOUNT | MS_RDONLY, nullptr) == 0;
 }
 
 } // namespace Quorlin
