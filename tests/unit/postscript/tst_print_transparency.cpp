@@ -197,6 +197,30 @@ private Q_SLOTS:
         QCOMPARE(shadings, 1);
     }
 
+    void formsThatShareThePagesResourcesKeepTheirShadings()
+    {
+        PdfDocument document;
+        auto &builder = document.builder();
+        const int resources = builder.next();
+        const auto shared = PdfBuilder::ref(resources);
+        builder.add("<< /XObject << /X " + PdfBuilder::ref(resources + 1) +
+                    " >> /Shading << /S << /ShadingType 2 /ColorSpace /DeviceRGB /Coords [10 0 210 "
+                    "0] /Function << /FunctionType 2 /Domain [0 1] /C0 [1 0 0] /C1 [0 0 1] /N 1 >> "
+                    ">> >> >>");
+        builder.addStream("/Type /XObject /Subtype /Form /BBox [10 10 210 110] /Group << /S "
+                          "/Transparency >> /Resources " +
+                              shared,
+                          "/S sh");
+        const int content = builder.addStream({}, "/X Do");
+        builder.replace(document.addPage({}),
+                        "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents " +
+                            PdfBuilder::ref(content) + " /Resources " + shared + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.postScript().count(">> QTshade"), 1);
+        compareColors(scene, {{20, 50}, {110, 50}, {200, 50}, {250, 50}});
+    }
+
     void anInterpreterWithoutTransparencyPrintsOpaquely()
     {
         PdfDocument document;

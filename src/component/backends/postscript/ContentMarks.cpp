@@ -42,7 +42,7 @@ bool flag(QPDFObjectHandle value)
 } // namespace
 
 ContentMarks::ContentMarks(QPDF &pdf, MarkLibrary &library, TextFonts &texts, Purpose purpose)
-    : m_pdf(pdf), m_library(library), m_texts(texts), m_purpose(purpose)
+    : m_pdf(pdf), m_library(library), m_texts(texts), m_purpose(purpose), m_uses(library)
 {
 }
 
@@ -101,6 +101,7 @@ void ContentMarks::readImages(Scope &scope)
         if (!object.isStream() || !hasSubtype(object, "/Image"))
             continue;
         const auto id = object.getObjGen();
+        scope.pictures.emplace(entry.first.substr(1), object);
         if (!m_images.count(id))
             m_images[id] = imageMarks(object);
         if (!m_images[id].empty())
@@ -241,8 +242,13 @@ bool ContentMarks::needsMarks(const Scope &scope, const std::string &content) co
 }
 
 std::optional<std::string> ContentMarks::rewrite(const Scope &scope, const std::string &content,
-                                                 MarkNames &names)
+                                                 MarkNames &names, bool isPage)
 {
+    const auto usePicture = [&](const std::string &name, const Matrix &place) {
+        const auto picture = scope.pictures.find(name);
+        return picture == scope.pictures.end() ? PictureUses::Use{{}, false}
+                                               : m_uses.use(picture->second, place);
+    };
     const bool invisible = m_purpose.invisibleText;
     const ContentRewriter::Names marks{
         scope.states,
@@ -252,7 +258,8 @@ std::optional<std::string> ContentMarks::rewrite(const Scope &scope, const std::
         [&](const std::u16string &text) { return m_library.mark(m_texts.span(text)); },
         m_library.mark("QTspanend"),
         invisible ? m_library.mark("3 QTtr") : "",
-        invisible ? m_library.mark("0 QTtr") : ""};
+        invisible ? m_library.mark("0 QTtr") : "",
+        isPage ? decltype(ContentRewriter::Names::usePicture)(usePicture) : nullptr};
     ContentRewriter rewriter(marks);
     auto text = rewriter.rewrite(content);
     names.insert(rewriter.used().begin(), rewriter.used().end());
@@ -269,7 +276,7 @@ MarkNames ContentMarks::rewriteForm(QPDFObjectHandle form, QPDFObjectHandle inhe
     const auto content = streamBytes(form);
     if (!content || (begin.empty() && !needsMarks(scope, *content)))
         return names;
-    auto text = rewrite(scope, *content, names);
+    auto text = rewrite(scope, *content, names, false);
     if (!text || (begin.empty() && *text == *content))
         return names;
     if (!begin.empty()) {
@@ -317,8 +324,9 @@ void ContentMarks::markPage(QPDFObjectHandle page)
     auto names = scope.names;
     markAnnotations(page, resources, names);
     const auto content = pageBytes(page);
-    const auto text =
-        content && needsMarks(scope, *content) ? rewrite(scope, *content, names) : std::nullopt;
+    const auto text = content && (needsMarks(scope, *content) || !scope.pictures.empty())
+                          ? rewrite(scope, *content, names, true)
+                          : std::nullopt;
     if (text && *text != *content)
         page.replaceKey("/Contents", QPDFObjectHandle::newStream(&m_pdf, *text));
     if (!names.empty())

@@ -2,6 +2,7 @@
 
 #include "component/backends/postscript/GraphicsStateMarks.h"
 #include "component/backends/postscript/MarkLibrary.h"
+#include "component/backends/postscript/PictureUses.h"
 #include "component/backends/postscript/TextFonts.h"
 
 #include <map>
@@ -34,6 +35,9 @@ public:
     /// resources of its own with the marks.
     void markPage(QPDFObjectHandle page);
 
+    /// To be called after the last page.
+    void finish() { m_uses.finish(); }
+
 private:
     /// The marks for the resources of a stream, by the names that its content uses.
     struct Scope
@@ -41,6 +45,7 @@ private:
         QPDFObjectHandle resources;
         std::map<std::string, GraphicsStateMarks> states;
         std::map<std::string, std::vector<std::string>> maskedImages;
+        std::map<std::string, QPDFObjectHandle> pictures;
         std::map<std::string, std::string> shadings;
         std::map<std::string, std::string> spans;
         MarkNames names;     ///< what the forms inside draw
@@ -65,13 +70,14 @@ private:
     void markAnnotations(QPDFObjectHandle page, QPDFObjectHandle inherited, MarkNames &names);
     [[nodiscard]] bool needsMarks(const Scope &scope, const std::string &content) const;
     std::optional<std::string> rewrite(const Scope &scope, const std::string &content,
-                                       MarkNames &names);
+                                       MarkNames &names, bool isPage);
     [[nodiscard]] std::string groupBegin(QPDFObjectHandle form, bool blends) const;
 
     QPDF &m_pdf;
     MarkLibrary &m_library;
     TextFonts &m_texts;
     Purpose m_purpose;
+    PictureUses m_uses;
     std::map<QPDFObjGen, GraphicsStateMarks> m_states;
     std::map<QPDFObjGen, std::vector<std::string>> m_images;
     std::map<QPDFObjGen, std::string> m_shadings;

@@ -130,6 +130,7 @@ void ContentRewriter::applyState(const ContentScanner &scanner)
     if (marks.values)
         draw(*marks.values);
     auto &level = m_levels.back();
+    level.isPlain = false;
     if (marks.clearMask) {
         draw(*marks.clearMask);
         level.mask = nullptr;
@@ -143,12 +144,21 @@ void ContentRewriter::applyState(const ContentScanner &scanner)
 
 void ContentRewriter::drawObject(const ContentScanner &scanner)
 {
-    const auto found = m_names.maskedImages.find(decodedName(scanner.operand(0)));
-    if (found == m_names.maskedImages.end())
+    const auto name = decodedName(scanner.operand(0));
+    const auto found = m_names.maskedImages.find(name);
+    PictureUses::Use use{{}, false};
+    if (m_names.usePicture && m_levels.back().isPlain && m_contents.empty())
+        use = m_names.usePicture(name, m_levels.back().matrix);
+    if (found == m_names.maskedImages.end() && use.mark.empty())
         return;
     copyTo(scanner.begin());
-    for (const auto &name : found->second)
-        draw(name);
+    if (use.again)
+        dropTo(scanner.end());
+    else if (found != m_names.maskedImages.end())
+        for (const auto &mark : found->second)
+            draw(mark);
+    if (!use.mark.empty())
+        draw(use.mark);
 }
 
 void ContentRewriter::shade(const ContentScanner &scanner)

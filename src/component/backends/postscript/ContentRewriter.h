@@ -3,6 +3,7 @@
 #include "component/backends/postscript/ContentScanner.h"
 #include "component/backends/postscript/GraphicsStateMarks.h"
 #include "component/backends/postscript/Matrix.h"
+#include "component/backends/postscript/PictureUses.h"
 
 #include <functional>
 #include <map>
@@ -36,6 +37,8 @@ public:
         std::string endSpan;   ///< XObject that ends a span
         std::string invisible; ///< XObject that starts invisible text
         std::string visible;   ///< XObject that ends it
+        /// Told of each opaque picture with the name and the place of its unit square, in points
+        std::function<PictureUses::Use(const std::string &, const Matrix &)> usePicture;
     };
 
     explicit ContentRewriter(const Names &names);
@@ -51,7 +54,8 @@ private:
     {
         Matrix matrix; ///< to the coordinates at the start of the stream
         const MaskMarks *mask = nullptr;
-        Matrix maskMatrix; ///< the matrix when the mask was put into effect
+        bool isPlain = true; ///< no parameter dictionary has made anything transparent
+        Matrix maskMatrix;   ///< the matrix when the mask was put into effect
     };
 
     void handle(const ContentScanner &scanner);

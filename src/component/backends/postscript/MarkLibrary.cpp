@@ -22,6 +22,14 @@ std::string MarkLibrary::mark(const std::string &postScript)
     return m_marks[postScript] = add(stream);
 }
 
+void MarkLibrary::empty(const std::string &name)
+{
+    const auto found = m_objects.find(name);
+    if (found != m_objects.end())
+        found->second.replaceStreamData("\n", QPDFObjectHandle::newNull(),
+                                        QPDFObjectHandle::newNull());
+}
+
 std::string MarkLibrary::alias(QPDFObjectHandle xObject)
 {
     auto &name = m_aliases[xObject.getObjGen()];

@@ -33,7 +33,8 @@ public:
     /// Enters these names into a dictionary of XObjects.
     void addTo(QPDFObjectHandle xObjects, const MarkNames &names) const;
 
-    [[nodiscard]] bool empty() const { return m_objects.empty(); }
+    /// Makes a mark do nothing.
+    void empty(const std::string &name);
 
 private:
     std::string add(QPDFObjectHandle object);

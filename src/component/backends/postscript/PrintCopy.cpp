@@ -144,6 +144,7 @@ std::map<QPDFObjGen, FontUnicode> PrintCopy::rewrite()
     ContentMarks marks(*m_pdf, library, m_textFonts, {survey.transparent(), m_foreign});
     for (const auto &page : pages)
         marks.markPage(page);
+    marks.finish();
     return texts;
 }
 
