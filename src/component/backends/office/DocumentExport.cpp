@@ -7,6 +7,7 @@
 #include "component/backends/office/PasswordRefusal.h"
 #include "component/backends/office/ProgressIndicator.h"
 #include "component/backends/office/UnoValues.h"
+#include "component/protocol/Acceptance.h"
 
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -75,6 +76,14 @@ Reason unreadable(const QString &path)
     return info.size() == 0 ? Reason::Empty : Reason::None;
 }
 
+/// Workbooks whose cells alone are locked are encrypted, too, under a password that every
+/// spreadsheet program knows.
+bool mayOpenByItself(const QString &path)
+{
+    const auto extension = QFileInfo(path).suffix().toLower();
+    return Acceptance::extensions(Family::Excel).contains(extension);
+}
+
 /// Why nothing was written although the document could be opened.
 WorkerResult notStored(const QString &output, const QString &text)
 {
@@ -111,11 +120,12 @@ WorkerResult DocumentExport::run(const ExportOrder &order)
     // The engine would make the folder, and all those above it.
     if (!QFileInfo(QFileInfo(order.output).path()).isDir())
         return {Reason::NotAllowed, QStringLiteral("the folder for the result is missing"), {}};
-    if (isEncryptedPackage(order.input))
+    const bool isEncrypted = isEncryptedPackage(order.input);
+    if (isEncrypted && !mayOpenByItself(order.input))
         return {Reason::Protected, {}, {}};
     if (contradictsItsName(order.input))
         return {Reason::Damaged, {}, {}};
-    bool isProtected = false;
+    bool isProtected = isEncrypted;
     auto loaded = load(order.input, isProtected);
     if (!loaded.is())
         return {isProtected ? Reason::Protected : Reason::Damaged, {}, {}};
@@ -145,7 +155,7 @@ DocumentExport::Document DocumentExport::load(const QString &path, bool &isProte
     } catch (const css::uno::Exception &error) {
         qWarning("not loaded: %ls", qUtf16Printable(UnoValues::text(error.Message)));
     }
-    isProtected = refusal->wasAsked();
+    isProtected = isProtected || refusal->wasAsked();
     return document;
 }
 
