@@ -139,12 +139,13 @@ void tst_endtoend_badinput::makePdfProtected(const QString &name)
 void tst_endtoend_badinput::protectedDocumentsAreReported()
 {
     m_scene->write(QStringLiteral("locked.docx"), PackageMaker::encryptedCompound());
+    m_scene->write(QStringLiteral("locked.xlsx"), PackageMaker::encryptedCompound());
     m_scene->write(QStringLiteral("locked.odt"), PackageMaker::encryptedDocument());
     makePdfProtected(QStringLiteral("locked.pdf"));
     const auto outcome =
-        convertBetweenGoodOnes({QStringLiteral("locked.docx"), QStringLiteral("locked.odt"),
-                                QStringLiteral("locked.pdf")});
-    QCOMPARE(outcome.results(), betweenConverted(QStringList(3, QStringLiteral("protected"))));
+        convertBetweenGoodOnes({QStringLiteral("locked.docx"), QStringLiteral("locked.xlsx"),
+                                QStringLiteral("locked.odt"), QStringLiteral("locked.pdf")});
+    QCOMPARE(outcome.results(), betweenConverted(QStringList(4, QStringLiteral("protected"))));
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY(outcome.errors.contains(
         QStringLiteral("locked.pdf: the document is protected by a password")));
