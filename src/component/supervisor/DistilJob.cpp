@@ -157,10 +157,9 @@ void DistilJob::distilled(qsizetype index, const WorkerAnswer &answer)
         return placeOutput(index);
     const bool worthIt =
         answer.reason == Reason::EngineFailed || work.origin == PostScriptOrigin::Ours;
-    const bool possible = answer.reason != Reason::Cancelled &&
-                          answer.reason != Reason::ProgramMissing &&
-                          answer.reason != Reason::BadOptions &&
-                          answer.reason != Reason::NothingPrinted;
+    const bool possible =
+        answer.reason != Reason::Cancelled && answer.reason != Reason::ProgramMissing &&
+        answer.reason != Reason::BadOptions && answer.reason != Reason::NothingPrinted;
     if (!work.secondTry && worthIt && possible)
         return retryAlone(index);
     refuse(index, answer.reason, answer.text);
