@@ -49,6 +49,42 @@ private Q_SLOTS:
         QCOMPARE(scene.resultColor(1, 70, 115), QList<int>({0, 0, 0}));
     }
 
+    void aCommonNameDoesNotHideAnotherText()
+    {
+        PdfDocument document;
+        const auto font = addPart(document.builder(), "AAAAAA", "fi", "00660069");
+        document.addPage("BT /A 40 Tf 20 100 Td (A) Tj ET", "/Font << /A " + font + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words().join(QString()), QStringLiteral("fi"));
+    }
+
+    void differentGlyphsMayHaveOneText()
+    {
+        PdfDocument document;
+        auto &builder = document.builder();
+        const int low = builder.addStream({}, "1000 0 0 0 750 750 d1 0 0 750 300 re f");
+        const int high = builder.addStream({}, "1000 0 0 0 750 750 d1 0 450 750 300 re f");
+        const int unicode = builder.addStream(
+            {}, "begincmap 2 beginbfchar <61> <0041> <62> <0041> endbfchar endcmap");
+        const int font =
+            builder.add("<< /Type /Font /Subtype /Type3 /FontBBox [0 0 750 750] /FontMatrix [0.001 "
+                        "0 0 0.001 0 0] /CharProcs << /low " +
+                        PdfBuilder::ref(low) + " /high " + PdfBuilder::ref(high) +
+                        " >> /Encoding << /Type /Encoding /Differences [97 /low /high] >> "
+                        "/FirstChar 97 /LastChar 98 /Widths [1000 1000] /ToUnicode " +
+                        PdfBuilder::ref(unicode) + " >>");
+        document.addPage("BT /D 40 Tf 20 100 Td (ab) Tj ET",
+                         "/Font << /D " + PdfBuilder::ref(font) + " >>");
+        PrintScene scene;
+        QVERIFY(scene.run(document.file()));
+        QCOMPARE(scene.words().join(QString()), QStringLiteral("AA"));
+        for (const int y : {106, 124}) {
+            QCOMPARE(scene.resultColor(1, 30, y), scene.sourceColor(1, 30, y));
+            QCOMPARE(scene.resultColor(1, 70, y), scene.sourceColor(1, 70, y));
+        }
+    }
+
     void codesThatADrawnFontDoesNotHaveShowNothing()
     {
         PdfDocument document;
