@@ -24,6 +24,10 @@ target_compile_options(quorlin_options INTERFACE
 target_compile_definitions(quorlin_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
   QUORLIN_VERSION="${PROJECT_VERSION}")
+option(QUORLIN_FUZZ "Build the fuzz targets with libFuzzer (needs clang)" OFF)
+if(QUORLIN_FUZZ)
+  target_compile_options(quorlin_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 if(QUORLIN_WERROR)
   target_compile_options(quorlin_options INTERFACE -Werror)
 endif()
@@ -66,4 +70,28 @@ function(quorlin_test name)
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# quorlin_fuzz(NAME SOURCES … LINKS …): a fuzz target. The test of the same name replays
+# tests/fuzz/corpus/NAME; with QUORLIN_FUZZ it becomes a libFuzzer program instead.
+function(quorlin_fuzz name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  if(QUORLIN_FUZZ)
+    quorlin_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS})
+    target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    return()
+  endif()
+  quorlin_test(${name} SOURCES ${ARG_SOURCES} "${CMAKE_SOURCE_DIR}/tests/fuzz/Replay.cpp"
+    LINKS ${ARG_LINKS} LABELS fuzz)
+  target_compile_definitions(${name} PRIVATE
+    QUORLIN_CORPUS="${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name}")
+endfunction()
+
+# quorlin_bench(NAME SOURCES … LINKS …): a program for the commands of bench/.
+function(quorlin_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  quorlin_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench-bin")
 endfunction()

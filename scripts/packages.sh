@@ -5,7 +5,7 @@
 
 build_packages=(
     cmake ninja-build g++ 'pkg-config|pkgconf'
-    qt6-base-dev libqpdf-dev libreoffice-dev
+    qt6-base-dev libqpdf-dev libsqlite3-dev libreoffice-dev
 )
 run_packages=(
     'libreoffice-writer-nogui|libreoffice-writer'
