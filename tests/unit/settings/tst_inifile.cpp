@@ -433,7 +433,7 @@ void TestIniFile::failsToWriteIntoAMissingFolder()
 void TestIniFile::failsToWriteAProtectedFileAndLeavesIt()
 {
     const auto path = m_folder.write("protected.ini", "[Old]\r\n");
-    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadOther));
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup));
     const auto ini = loaded("a=1\n");
     openFolder();
     const OrdinaryUser user;
