@@ -23,7 +23,7 @@ QString shown(const QString &path)
 ConvertTool::ConvertTool(const Options &options, Console &console, const QString &programFolder,
                          const ComponentSettings &component, QObject *parent)
     : QObject(parent), m_options(options), m_console(console), m_programFolder(programFolder),
-      m_settings(ToolSettings::load(programFolder)), m_progress(console, options.quiet),
+      m_settings(ConversionSettings::load(programFolder)), m_progress(console, options.quiet),
       m_client(component)
 {
     if (options.verbose) {
@@ -62,9 +62,9 @@ void ConvertTool::giveUp(int exitCode, const QString &text)
 
 QString ConvertTool::wrongUse() const
 {
-    if (m_settings->jobOptionsFile(m_options.quality).isEmpty())
+    if (!m_settings->jobOptions.Item(m_options.quality))
         return QStringLiteral("there is no quality \"%1\"; there are: %2")
-            .arg(m_options.quality, m_settings->qualities().join(QStringLiteral(", ")));
+            .arg(m_options.quality, m_settings->jobOptions.names().join(QStringLiteral(", ")));
     if (m_options.merges() && m_delivery->isInput(m_options.mergeTarget()))
         return QStringLiteral("the merged file would overwrite the document %1")
             .arg(m_options.mergeFile);
@@ -94,9 +94,9 @@ void ConvertTool::convert()
         if (document.failed())
             complainAbout(document);
     }
-    const ConvertJob::Plan plan{m_settings->printerName(),
-                                m_settings->jobOptionsFile(m_options.quality), m_options.merges(),
-                                m_options.limits};
+    const ConvertJob::Plan plan{m_settings->printerName,
+                                m_settings->jobOptions.Item(m_options.quality)->Filename(),
+                                m_options.merges(), m_options.limits};
     m_job = std::make_unique<ConvertJob>(m_client, plan, m_report.documents);
     connect(m_job.get(), &ConvertJob::stageChanged, this,
             [this](const QString &text) { m_progress.setStage(text); });

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "convert/ComponentClient.h"
+#include "convert/ConversionSettings.h"
 #include "tool/ConvertJob.h"
 #include "tool/Delivery.h"
 #include "tool/Options.h"
 #include "tool/ProgressDisplay.h"
 #include "tool/Report.h"
-#include "tool/ToolSettings.h"
 
 #include <QObject>
 
@@ -62,7 +62,7 @@ private:
     Options m_options;
     Console &m_console;
     QString m_programFolder;
-    std::optional<ToolSettings> m_settings;
+    std::optional<ConversionSettings> m_settings;
     ProgressDisplay m_progress;
     Report m_report;
     std::optional<Delivery> m_delivery;

@@ -1,0 +1,70 @@
+#include "convert/ResultDelivery.h"
+
+#include "convert/TextSource.h"
+#include "winsupport/MessageService.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace Quorlin {
+
+namespace {
+
+bool fileExists(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+bool isSameFile(const QString &one, const QString &other)
+{
+    const auto real = QFileInfo(one).canonicalFilePath();
+    return !real.isEmpty() && real == QFileInfo(other).canonicalFilePath();
+}
+
+/// A file that nobody may write is protected: it stays.
+bool deleteFile(const QString &path)
+{
+    constexpr auto Write = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return (QFile::permissions(path) & Write) && QFile::remove(path);
+}
+
+} // namespace
+
+ResultDelivery::ResultDelivery(Copy copy, Open open, MessageService &messages,
+                               const TextSource &texts)
+    : m_copy(std::move(copy)), m_open(std::move(open)), m_messages(messages), m_texts(texts)
+{
+}
+
+QString ResultDelivery::finalName(const QString &converterInput)
+{
+    const auto point = converterInput.lastIndexOf(QLatin1Char('.'));
+    const auto name = converterInput.lastIndexOf(QLatin1Char('/')) + 1;
+    return point < name ? converterInput : converterInput.left(point) + QStringLiteral(".pdf");
+}
+
+ResultDelivery::Outcome ResultDelivery::deliver(const QString &temporary, const QString &finalName,
+                                                bool showsResult)
+{
+    // What the copy says does not count: an old file that could not be replaced is the result.
+    static_cast<void>(m_copy(temporary, finalName));
+    Outcome outcome{fileExists(finalName), false};
+    if (!outcome.delivered)
+        m_messages.show(copyMessage(finalName), MessageStyle::Critical,
+                        m_texts.text(QStringLiteral("ErrorWindowTitle")));
+    else if (showsResult)
+        m_open(finalName);
+    if (!isSameFile(temporary, finalName))
+        outcome.temporaryRemoved = deleteFile(temporary);
+    return outcome;
+}
+
+QString ResultDelivery::copyMessage(const QString &finalName) const
+{
+    return m_texts.text(QStringLiteral("ErrorCopyFilename1")) + QLatin1Char(' ') + finalName +
+           m_texts.text(QStringLiteral("ErrorCopyFilename2"));
+}
+
+} // namespace Quorlin
