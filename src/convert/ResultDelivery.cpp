@@ -1,7 +1,7 @@
 #include "convert/ResultDelivery.h"
 
-#include "convert/TextSource.h"
 #include "winsupport/MessageService.h"
+#include "winsupport/TextSource.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -4,7 +4,7 @@
 
 namespace Quorlin {
 
-/// Gives the texts that users see, so that a conversion can report without knowing where the
+/// Gives the texts that users see, so that those who report need not know where the
 /// texts of the language in use come from.
 class TextSource
 {
