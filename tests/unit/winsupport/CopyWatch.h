@@ -1,0 +1,42 @@
+#pragma once
+
+#include "winsupport/clsKelCopyFile.h"
+
+#include <QStringList>
+
+namespace Quorlin {
+
+/// Writes down the events of a copy object: "begin a>b", "0 a>b", "finished true a>b".
+class CopyWatch
+{
+public:
+    explicit CopyWatch(clsKelCopyFile &object)
+    {
+        const auto files = [](const QString &source, const QString &destination) {
+            return QLatin1Char(' ') + source + QLatin1Char('>') + destination;
+        };
+        QObject::connect(&object, &clsKelCopyFile::FileBegin, &m_context,
+                         [=, this](const QString &source, const QString &destination) {
+                             events.append(QStringLiteral("begin") + files(source, destination));
+                         });
+        QObject::connect(
+            &object, &clsKelCopyFile::FilePercent, &m_context,
+            [=, this](qint16 percent, const QString &source, const QString &destination) {
+                events.append(QString::number(percent) + files(source, destination));
+            });
+        QObject::connect(
+            &object, &clsKelCopyFile::FileFinished, &m_context,
+            [=, this](bool success, const QString &source, const QString &destination) {
+                events.append(
+                    (success ? QStringLiteral("finished true") : QStringLiteral("finished false")) +
+                    files(source, destination));
+            });
+    }
+
+    QStringList events;
+
+private:
+    QObject m_context;
+};
+
+} // namespace Quorlin
