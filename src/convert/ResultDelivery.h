@@ -18,6 +18,14 @@ public:
     /// Opens a file with the program of its type.
     using Open = std::function<void(const QString &fileName)>;
 
+    /// The options of the window that concern a delivery.
+    struct Options
+    {
+        bool showsResult = false;
+        /// Shown and kept by the window, but nothing is ever sent.
+        bool sendsByMail = false;
+    };
+
     struct Outcome
     {
         /// A file of the final name exists, be it the new one or one that could not be replaced.
@@ -34,7 +42,7 @@ public:
 
     /// Copies, opens the result when asked, or tells that there is none, and removes the
     /// temporary file in either case.
-    Outcome deliver(const QString &temporary, const QString &finalName, bool showsResult);
+    Outcome deliver(const QString &temporary, const QString &finalName, const Options &options);
 
 private:
     [[nodiscard]] QString copyMessage(const QString &finalName) const;
