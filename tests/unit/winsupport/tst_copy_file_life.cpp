@@ -4,11 +4,13 @@
 #include "unit/winsupport/ScriptedCopy.h"
 #include "winsupport/mdlKelCopyFile.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
 
+#include <ctime>
 #include <memory>
 
 using namespace Quorlin;
@@ -47,6 +49,7 @@ private Q_SLOTS:
     void theObjectMayGoDuringTheRealCopy();
     void theApplicationMayQuitMeanwhile();
     void windowsLiveWhileACopyIsAwaited();
+    void awaitingACopyLeavesTheProcessorAlone();
 };
 
 void tst_copy_file_life::numbersStartAgainWhenNoCopyRuns()
@@ -179,6 +182,19 @@ void tst_copy_file_life::windowsLiveWhileACopyIsAwaited()
     beat.start(1);
     QVERIFY(object.CopyFile(A, B, true, true));
     QVERIFY2(beats > 5, qPrintable(QString::number(beats)));
+}
+
+void tst_copy_file_life::awaitingACopyLeavesTheProcessorAlone()
+{
+    ScriptedCopy copy;
+    clsKelCopyFile object(copy);
+    QElapsedTimer clock;
+    clock.start();
+    const auto before = std::clock();
+    for (int i = 0; i < 10; ++i)
+        QVERIFY(object.CopyFile(A, B, true, true));
+    const auto busy = 1000 * (std::clock() - before) / CLOCKS_PER_SEC;
+    QVERIFY2(busy * 2 < clock.elapsed(), qPrintable(QString::number(busy)));
 }
 
 QTEST_GUILESS_MAIN(tst_copy_file_life)
