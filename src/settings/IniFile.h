@@ -23,7 +23,7 @@ class IniFile
 {
 public:
     /// Files above this size are not settings; reading them fails.
-    static constexpr qint64 MostBytes = 16 * 1024 * 1024;
+    static constexpr qint64 MostBytes = 2 * 1024 * 1024;
 
     /// Reads a file and appends what it holds. Of what was loaded before, only the last group
     /// stays, in front of the new ones. A last line without a line end does not count.
