@@ -128,7 +128,8 @@ RegistryResult<QStringList> RegistryTables::names(const RegistryPath &path, cons
     statement.with(path.folded());
     QStringList names;
     while (statement.next())
-        names.append(statement.text(0));
+        if (const auto name = statement.text(0); name.size() <= RegistryPath::LongestValueName)
+            names.append(name);
     return {RegistryStatus::Done, names};
 }
 

@@ -10,7 +10,7 @@ namespace Quorlin {
 namespace {
 
 constexpr std::chrono::microseconds Pause{200};
-constexpr int StepsBetweenLooks = 10000;
+constexpr int StepsBetweenLooks = 100;
 
 } // namespace
 
@@ -43,6 +43,8 @@ void SqliteConnection::harden()
                               SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER})
         sqlite3_db_config(m_connection, option, 0, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // A log beside a damaged file belongs to what is set aside.
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     sqlite3_limit(m_connection, SQLITE_LIMIT_LENGTH, MostValueBytes);
     sqlite3_limit(m_connection, SQLITE_LIMIT_ATTACHED, 0);
 }

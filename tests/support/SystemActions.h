@@ -37,6 +37,9 @@ void interrupt(qint64 process);
 /// Permission bits of a file or folder, as in 0700; -1 when there is none.
 [[nodiscard]] int modeOf(const QString &path);
 
+/// Sets the permission bits that this process's new files do not get, and returns the earlier.
+int setFileMask(int mask);
+
 } // namespace SystemActions
 
 /// While it lives, this process has no more rights than an ordinary user: what the

@@ -91,6 +91,11 @@ int modeOf(const QString &path)
     return static_cast<int>(status.st_mode & 07777);
 }
 
+int setFileMask(int mask)
+{
+    return static_cast<int>(::umask(static_cast<mode_t>(mask)));
+}
+
 } // namespace SystemActions
 
 OrdinaryUser::OrdinaryUser() : m_changed(::geteuid() == 0)

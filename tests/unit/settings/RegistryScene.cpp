@@ -63,6 +63,13 @@ void runSql(const QString &file, const char *sql)
     sqlite3_close(connection);
 }
 
+bool isWhole(const QString &file)
+{
+    SqliteConnection connection(file, SqliteConnection::Access::Read, QDeadlineTimer(60000));
+    SqliteStatement statement(connection.handle(), "PRAGMA integrity_check");
+    return statement.next() && statement.text(0) == QLatin1String("ok");
+}
+
 NumberedError errorFrom(const std::function<void()> &action)
 {
     try {

@@ -41,6 +41,9 @@ private:
 /// Runs SQL on a database file, which is made when it is missing.
 void runSql(const QString &file, const char *sql);
 
+/// True when a database file has nothing wrong with it.
+[[nodiscard]] bool isWhole(const QString &file);
+
 /// The error that something raises; fails the test program when it raises none.
 [[nodiscard]] NumberedError errorFrom(const std::function<void()> &action);
 
