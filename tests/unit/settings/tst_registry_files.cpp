@@ -71,6 +71,7 @@ private Q_SLOTS:
     void whatALostFileLeftIsSetAside();
     void deletingLeavesADamagedFile();
     void spoiltPagesCountAsDamage();
+    void aCutFileCountsAsDamage();
     void missingTablesCountAsDamage();
     void aReadOnlyFileIsReadAndNotWritten();
     void aReadOnlyFolderIsReadAndNotWritten();
@@ -248,6 +249,21 @@ void tst_registry_files::spoiltPagesCountAsDamage()
     QCOMPARE(set(scene), RegistryStatus::Done);
     QCOMPARE(scene.read(User, "A"), QStringLiteral("new"));
     QCOMPARE(contentOf(damaged(scene, 1)), bytes);
+}
+
+void tst_registry_files::aCutFileCountsAsDamage()
+{
+    const RegistryScene scene;
+    fill(scene);
+    const auto whole = contentOf(scene.userFile());
+    for (const auto size : {whole.size() / 2, qsizetype(4096), qsizetype(50)}) {
+        plant(scene, whole.left(size));
+        QCOMPARE(scene.store()->queryValue(Key, QStringLiteral("29")).status,
+                 RegistryStatus::Damaged);
+        QCOMPARE(set(scene), RegistryStatus::Done);
+        QCOMPARE(scene.read(User, "A"), QStringLiteral("new"));
+    }
+    QCOMPARE(contentOf(damaged(scene, 3)), whole.left(50));
 }
 
 void tst_registry_files::missingTablesCountAsDamage()
