@@ -38,6 +38,7 @@ private Q_SLOTS:
     void eventsAreHandledMeanwhile();
     void cancelledBeforeTheStart();
     void cancelledByAHandlerAtTheFirstCall();
+    void nothingIsReplacedWhileAHandlerMayStillCancel();
     void stoppedByTheCallsAnswer();
     void aNewFileHasUsualPermissions();
     void aReplacedFileKeepsItsPermissions();
@@ -155,6 +156,22 @@ void tst_system_copy::cancelledByAHandlerAtTheFirstCall()
     QCOMPARE(scene.calls.size(), 1);
     QCOMPARE(contentOf(scene.destination), OldContent);
     QCOMPARE(scene.inFolder().size(), 1);
+}
+
+void tst_system_copy::nothingIsReplacedWhileAHandlerMayStillCancel()
+{
+    CopyScene scene;
+    oldFile(scene);
+    bool replaced = false;
+    scene.onProgress = [&](qint64, qint64) {
+        const auto isReplaced = [&] { return contentOf(scene.destination) != OldContent; };
+        replaced = QTest::qWaitFor(isReplaced, 300);
+        scene.cancel = true;
+        return 0U;
+    };
+    QVERIFY(!scene.copy().success);
+    QVERIFY(!replaced);
+    QCOMPARE(contentOf(scene.destination), OldContent);
 }
 
 void tst_system_copy::stoppedByTheCallsAnswer()
