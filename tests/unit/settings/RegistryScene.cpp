@@ -1,6 +1,7 @@
 #include "RegistryScene.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <sqlite3.h>
 
@@ -9,6 +10,12 @@ namespace Quorlin {
 namespace {
 
 constexpr auto All = QFile::Permissions(0x7777);
+
+void permit(const QString &path, QFile::Permissions permissions)
+{
+    if (!QFile::setPermissions(path, permissions))
+        qFatal("cannot set the permissions of a test's file");
+}
 
 } // namespace
 
@@ -29,10 +36,18 @@ QString RegistryScene::machineFile() const
 
 void RegistryScene::admitOrdinaryUser() const
 {
+    constexpr auto readable = QFile::Permissions(0x5555);
     m_folder.makeFolder("user");
-    if (!QFile::setPermissions(m_folder.path(), All & ~(QFile::WriteGroup | QFile::WriteOther)) ||
-        !QFile::setPermissions(m_folder.path("user"), All))
-        qFatal("cannot open the folder of the test");
+    permit(m_folder.path("user"), All);
+    for (const auto &path : {machineFile(), QFileInfo(machineFile()).path(), m_folder.path()})
+        if (QFile::exists(path))
+            permit(path, readable);
+}
+
+void RegistryScene::admitOwner() const
+{
+    for (const auto &path : {m_folder.path(), QFileInfo(machineFile()).path(), machineFile()})
+        permit(path, All);
 }
 
 void RegistryScene::write(quint32 root, const char *path, const char *name,

@@ -24,8 +24,11 @@ public:
     [[nodiscard]] QString userFile() const;
     [[nodiscard]] QString machineFile() const;
 
-    /// Lets an ordinary user reach the folder, and write in the place of the user's file.
+    /// Lets an ordinary user reach the folder and write in the place of the user's file, and
+    /// there alone, even when this process is one.
     void admitOrdinaryUser() const;
+    /// Lets this process write the machine's file again.
+    void admitOwner() const;
 
     /// Writes a text as the default value, or the one that is named.
     void write(quint32 root, const char *path, const char *name, const QString &text) const;
