@@ -1,0 +1,53 @@
+#pragma once
+
+#include "skin/SkinLook.h"
+
+#include <QProxyStyle>
+
+namespace Quorlin {
+
+/// Draws the toolkit's own controls (lists, check boxes, choices, menus) in the colours of a
+/// skin, from lines and areas, so that they are sharp at every scale.
+class SkinStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    SkinStyle();
+
+    /// The colours from now on. Whoever uses the style must repaint.
+    void setLook(const SkinLook &look) { m_look = look; }
+
+    /// The palette that goes with a look: for whatever this style leaves to its base.
+    [[nodiscard]] static QPalette paletteFor(const SkinLook &look);
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                            QPainter *painter, const QWidget *widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption *option,
+                                       const QWidget *widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                       SubControl part, const QWidget *widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option,
+                                         const QSize &contents,
+                                         const QWidget *widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *data) const override;
+
+private:
+    void drawCheckBox(const QStyleOption &option, QPainter &painter) const;
+    void drawEntry(const QStyleOption &option, QPainter &painter) const;
+    void drawFocusRing(const QRect &rect, QPainter &painter) const;
+    void drawChoice(const QStyleOptionComplex &option, QPainter &painter) const;
+    void drawScrollBar(const QStyleOptionComplex &option, QPainter &painter,
+                       const QWidget *widget) const;
+
+    SkinLook m_look;
+};
+
+} // namespace Quorlin

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "skin/SkinPicture.h"
+
+#include <QWidget>
+
+namespace Quorlin {
+
+/// A borderless window that shows a skin's picture. Where the picture is transparent, so is the
+/// window; on a screen that cannot do that, the window takes the picture's outline.
+class SkinnedWindow : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(SkinPicture Picture READ Picture WRITE Picture)
+
+public:
+    explicit SkinnedWindow(QWidget *parent = nullptr);
+
+    [[nodiscard]] SkinPicture Picture() const { return m_picture; }
+    void Picture(const SkinPicture &picture);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void takeOutline();
+
+    SkinPicture m_picture;
+};
+
+} // namespace Quorlin

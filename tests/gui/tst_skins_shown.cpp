@@ -1,0 +1,229 @@
+#include "quorlin-skin/SkinShow.h"
+#include "skin/AppSkin.h"
+#include "skin/controls/ColorValue.h"
+#include "skin/controls/KelLabel.h"
+#include "skin/controls/LabelFace.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QListWidget>
+#include <QTest>
+
+#include <memory>
+
+using namespace Quorlin;
+
+/// The shipped skins on the real windows, in every language: what a user would see.
+class TestSkinsShown : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void everyTextFits_data() { addRows(); }
+    void everyTextFits();
+    void everyTextStandsOutFromWhatLiesBehind_data() { addRows(); }
+    void everyTextStandsOutFromWhatLiesBehind();
+    void controlsLieInsideTheirWindow_data() { addRows(); }
+    void controlsLieInsideTheirWindow();
+    void controlsDoNotCoverEachOther_data() { addRows(); }
+    void controlsDoNotCoverEachOther();
+    void workingLooksDifferentFromIdle_data() { addRows(); }
+    void workingLooksDifferentFromIdle();
+
+private:
+    void addRows();
+    [[nodiscard]] static std::unique_ptr<SkinShow> shown(bool isWorking = false);
+    static void keepPicture(QWidget &window, const QString &kind);
+};
+
+namespace {
+
+const QStringList Skins{QStringLiteral("Varnex"), QStringLiteral("Nightfall"),
+                        QStringLiteral("Clarity")};
+const QStringList Languages{QStringLiteral("english"), QStringLiteral("français"),
+                            QStringLiteral("deutsch")};
+
+/// Ratios of the guidelines for accessible content: AA, and AAA for the skin made for it.
+double leastContrast(const QString &skin)
+{
+    return skin == QLatin1String("Clarity") ? 7.0 : 4.5;
+}
+
+QList<KelLabel *> visibleTexts(QWidget &window)
+{
+    QList<KelLabel *> labels;
+    for (auto *const label : window.findChildren<KelLabel *>()) {
+        if (label->isVisible() && !label->Caption().isEmpty())
+            labels.append(label);
+    }
+    return labels;
+}
+
+/// Where the text of a label stands in its window.
+QRect textRect(const KelLabel &label, const QWidget &window)
+{
+    const auto face = label.face();
+    const auto size = face.textBlock().size();
+    return QRect(label.mapTo(&window, face.textPosition(size)), size);
+}
+
+/// The least contrast of a colour with any point of a picture's part.
+double leastContrastIn(const QImage &picture, const QRect &part, const QColor &colour)
+{
+    auto least = 21.0;
+    const auto ratio = picture.devicePixelRatio();
+    const QRect points(part.topLeft() * ratio, part.size() * ratio);
+    for (int y = points.top(); y <= points.bottom(); ++y) {
+        for (int x = points.left(); x <= points.right(); ++x) {
+            if (picture.rect().contains(x, y))
+                least = std::min(least, ColorValue::contrast(picture.pixelColor(x, y), colour));
+        }
+    }
+    return least;
+}
+
+/// The window as it is without one of its labels.
+QImage withoutLabel(QWidget &window, KelLabel &label)
+{
+    label.setVisible(false);
+    const auto picture = window.grab().toImage();
+    label.setVisible(true);
+    return picture;
+}
+
+} // namespace
+
+void TestSkinsShown::initTestCase()
+{
+    QVERIFY(QDir().mkpath(QStringLiteral(QUORLIN_PICTURES)));
+}
+
+void TestSkinsShown::addRows()
+{
+    QTest::addColumn<QString>("skin");
+    QTest::addColumn<QString>("language");
+    for (const auto &skin : Skins) {
+        for (const auto &language : Languages)
+            QTest::addRow("%s, %s", qPrintable(skin), qPrintable(language)) << skin << language;
+    }
+}
+
+std::unique_ptr<SkinShow> TestSkinsShown::shown(bool isWorking)
+{
+    QFETCH(QString, skin);
+    QFETCH(QString, language);
+    SkinShowOptions options;
+    options.skin = skin;
+    options.language = language;
+    options.applicationFolder = QStringLiteral(QUORLIN_SOURCE_DIR "/data");
+    options.isWorking = isWorking;
+    auto show = std::make_unique<SkinShow>(options);
+    show->mainWindow().show();
+    show->aboutBox().show();
+    QCoreApplication::processEvents();
+    return show;
+}
+
+/// For people to look at; one picture for each row, kind and scale.
+void TestSkinsShown::keepPicture(QWidget &window, const QString &kind)
+{
+    QFETCH(QString, skin);
+    QFETCH(QString, language);
+    const auto file = QStringLiteral("%1/%2 %3 %4 %5x.png")
+                          .arg(QStringLiteral(QUORLIN_PICTURES), skin, language, kind)
+                          .arg(window.devicePixelRatioF());
+    QVERIFY2(window.grab().save(file), qPrintable(file));
+}
+
+void TestSkinsShown::everyTextFits()
+{
+    for (const auto isWorking : {false, true}) {
+        const auto show = shown(isWorking);
+        QVERIFY(show->isComplete());
+        auto labels = visibleTexts(show->mainWindow()) + visibleTexts(show->aboutBox());
+        QVERIFY(labels.size() >= 12);
+        for (const auto *const label : std::as_const(labels)) {
+            const auto face = label->face();
+            const auto block = face.textBlock();
+            QVERIFY2(!block.isElided() && block.size().width() <= face.inside().width() &&
+                         block.size().height() <= face.inside().height(),
+                     qPrintable(label->objectName() + QLatin1String(": ") + label->Caption()));
+        }
+    }
+    const auto show = shown();
+    const auto &choice = *show->mainWindow().cmbCompression;
+    QCOMPARE(choice.count(), 4);
+    for (int entry = 0; entry < choice.count(); ++entry)
+        QVERIFY2(choice.fontMetrics().horizontalAdvance(choice.itemText(entry)) + 40 <=
+                     choice.width(),
+                 qPrintable(choice.itemText(entry)));
+}
+
+void TestSkinsShown::everyTextStandsOutFromWhatLiesBehind()
+{
+    QFETCH(QString, skin);
+    const auto show = shown(true);
+    show->mainWindow().setEnabled(true);
+    for (auto *const control : show->mainWindow().findChildren<QWidget *>())
+        control->setEnabled(true);
+    for (QWidget *const window :
+         {static_cast<QWidget *>(&show->mainWindow()), static_cast<QWidget *>(&show->aboutBox())}) {
+        for (auto *const label : visibleTexts(*window)) {
+            const auto part = textRect(*label, *window);
+            const auto colour = label->face().textColor;
+            const auto found = leastContrastIn(withoutLabel(*window, *label), part, colour);
+            QVERIFY2(found >= leastContrast(skin),
+                     qPrintable(QStringLiteral("%1: %2").arg(label->objectName()).arg(found)));
+        }
+    }
+}
+
+void TestSkinsShown::controlsLieInsideTheirWindow()
+{
+    const auto show = shown(true);
+    for (QWidget *const window :
+         {static_cast<QWidget *>(&show->mainWindow()), static_cast<QWidget *>(&show->aboutBox())}) {
+        const auto controls = window->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+        QVERIFY(controls.size() >= 9);
+        for (const auto *const control : controls)
+            QVERIFY2(window->rect().contains(control->geometry()),
+                     qPrintable(control->objectName()));
+    }
+}
+
+void TestSkinsShown::controlsDoNotCoverEachOther()
+{
+    const auto show = shown();
+    auto &window = show->mainWindow();
+    const auto controls = window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    for (const auto *const one : controls) {
+        for (const auto *const other : controls) {
+            // The caption of the button lies on it.
+            const auto isCaption = one == static_cast<QWidget *>(window.LblLibConvert) ||
+                                   other == static_cast<QWidget *>(window.LblLibConvert);
+            if (one == other || isCaption || !one->isVisible() || !other->isVisible())
+                continue;
+            QVERIFY2(!one->geometry().intersects(other->geometry()),
+                     qPrintable(one->objectName() + QLatin1String(" and ") + other->objectName()));
+        }
+    }
+}
+
+void TestSkinsShown::workingLooksDifferentFromIdle()
+{
+    const auto picture = [](bool isWorking) {
+        const auto show = shown(isWorking);
+        keepPicture(show->mainWindow(),
+                    isWorking ? QStringLiteral("working") : QStringLiteral("idle"));
+        keepPicture(show->aboutBox(), QStringLiteral("about"));
+        return show->mainWindow().grab().toImage();
+    };
+    const auto idle = picture(false);
+    const auto working = picture(true);
+    QCOMPARE(idle.size(), working.size());
+    QVERIFY(idle != working);
+}
+
+QTEST_MAIN(TestSkinsShown)
+#include "tst_skins_shown.moc"

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "skin/controls/WidgetSkinWindow.h"
+#include "ui/AboutForm.h"
+#include "ui/MainForm.h"
+#include "winsupport/MessageService.h"
+#include "winsupport/TextSource.h"
+
+#include <QString>
+
+namespace Quorlin {
+
+/// What to show.
+struct SkinShowOptions
+{
+    QString skin;
+    QString language = QStringLiteral("english");
+    /// Holds the folders "skins" and "language".
+    QString applicationFolder;
+    bool isWorking = false;
+    bool isEmpty = false;
+};
+
+/// Writes the messages of the loaders to standard error, and remembers that there were any.
+class StreamMessages : public MessageService
+{
+public:
+    void show(const QString &text, MessageStyle style, const QString &title) override;
+
+    [[nodiscard]] bool hasShown() const { return m_hasShown; }
+
+private:
+    bool m_hasShown = false;
+};
+
+/// The texts of the language in use.
+class LanguageTexts : public TextSource
+{
+public:
+    [[nodiscard]] QString text(const QString &key) const override;
+};
+
+/// Both windows in a skin, with sample texts.
+class SkinShow
+{
+public:
+    explicit SkinShow(const SkinShowOptions &options);
+    ~SkinShow();
+    SkinShow(const SkinShow &) = delete;
+    SkinShow &operator=(const SkinShow &) = delete;
+
+    [[nodiscard]] MainForm &mainWindow() { return m_main; }
+    [[nodiscard]] AboutForm &aboutBox() { return m_about; }
+
+    /// False when the skin or the language could not be loaded.
+    [[nodiscard]] bool isComplete() const { return !m_messages.hasShown(); }
+
+private:
+    void addDocuments();
+    void showWork();
+
+    StreamMessages m_messages;
+    LanguageTexts m_texts;
+    MainForm m_main;
+    AboutForm m_about;
+    WidgetSkinWindow m_mainWindow{m_main};
+    WidgetSkinWindow m_aboutBox{m_about};
+};
+
+} // namespace Quorlin
