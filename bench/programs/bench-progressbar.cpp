@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QProgressBar>
 #include <QTextStream>
 #include <QWidget>
 
@@ -60,22 +61,52 @@ double timed(Action &&action)
     return double(timer.nsecsElapsed()) / 1000.0;
 }
 
-Times measure(KelProgressBar &bar)
+template <typename Bar, typename Setter>
+void measureRound(Bar &bar, Setter set, Times &times)
 {
-    Times times;
-    for (int round = 0; round < Rounds; ++round) {
-        for (qint16 percent = 0; percent <= FullPercent; ++percent) {
-            times.painted.push_back(timed([&bar, percent] {
-                bar.Percent(percent);
-                paintAll();
-            }));
-            times.grabbed.push_back(timed([&bar] {
-                if (bar.grab().isNull())
-                    qFatal("nothing was grabbed");
-            }));
-        }
+    for (int percent = 0; percent <= FullPercent; ++percent) {
+        times.painted.push_back(timed([&] {
+            set(percent);
+            paintAll();
+        }));
+        times.grabbed.push_back(timed([&bar] {
+            if (bar.grab().isNull())
+                qFatal("nothing was grabbed");
+        }));
     }
-    return times;
+}
+
+void report(QTextStream &out, const char *name, const Times &times)
+{
+    out << name << "set and paint: median " << nth(times.painted, 0.5) << " us, 95th of 100 "
+        << nth(times.painted, 0.95) << " us; grab: median " << nth(times.grabbed, 0.5) << " us\n";
+}
+
+/// Paint events for each percentage from 1 to 100, and for the last one again 100 times.
+struct Paints
+{
+    int changed = 0;
+    int repeated = 0;
+};
+
+Paints countPaints(KelProgressBar &bar)
+{
+    PaintCounter counter;
+    bar.Percent(0);
+    paintAll();
+    qApp->installEventFilter(&counter);
+    Paints paints;
+    for (qint16 percent = 1; percent <= FullPercent; ++percent) {
+        bar.Percent(percent);
+        paintAll();
+    }
+    paints.changed = counter.take();
+    for (int repeat = 0; repeat < FullPercent; ++repeat) {
+        bar.Percent(FullPercent);
+        paintAll();
+    }
+    paints.repeated = counter.take();
+    return paints;
 }
 
 } // namespace
@@ -84,38 +115,33 @@ int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     QWidget window;
-    window.resize(440, 60);
+    window.resize(440, 100);
     KelProgressBar bar(&window);
     bar.setGeometry(20, 20, 400, 20);
     bar.BorderStyle(1);
+    QProgressBar peer(&window);
+    peer.setGeometry(20, 60, 400, 20);
     window.show();
     paintAll();
 
-    const auto times = measure(bar);
-    PaintCounter paints;
-    qApp->installEventFilter(&paints);
-    bar.Percent(0);
-    paintAll();
-    const auto atStart = paints.take();
-    for (qint16 percent = 1; percent <= FullPercent; ++percent) {
-        bar.Percent(percent);
-        paintAll();
+    Times ours;
+    Times theirs;
+    for (int round = 0; round < Rounds; ++round) {
+        measureRound(
+            bar, [&bar](int percent) { bar.Percent(qint16(percent)); }, ours);
+        measureRound(
+            peer, [&peer](int percent) { peer.setValue(percent); }, theirs);
     }
-    const auto changed = paints.take();
-    for (int repeat = 0; repeat < FullPercent; ++repeat) {
-        bar.Value(FullPercent);
-        paintAll();
-    }
-    const auto repeated = paints.take();
-    if (atStart == 0 || changed == 0) {
-        QTextStream(stderr) << "nothing was painted\n";
+    const auto paints = countPaints(bar);
+    QTextStream out(stdout);
+    if (paints.changed < FullPercent) {
+        out << "not every step was painted\n";
         return 1;
     }
-    QTextStream(stdout) << "400 x 20 pixels, 0 to 100 %, " << Rounds << " rounds\n"
-                        << "set and paint   median " << nth(times.painted, 0.5)
-                        << " us, 95th of 100 " << nth(times.painted, 0.95) << " us\n"
-                        << "grab            median " << nth(times.grabbed, 0.5) << " us\n"
-                        << "paint events    " << double(changed) / FullPercent << " a step, "
-                        << repeated << " for 100 equal values\n";
+    out << "400 x 20 pixels, 0 to 100 %, " << Rounds << " rounds\n";
+    report(out, "KelProgressBar  ", ours);
+    report(out, "QProgressBar    ", theirs);
+    out << "paint events    " << double(paints.changed) / FullPercent << " a step, "
+        << paints.repeated << " for 100 equal values\n";
     return 0;
 }
