@@ -25,8 +25,6 @@ constexpr std::array Signatures{
     Signature{PictureFormat::Bmp, 0, "BM"sv},
     Signature{PictureFormat::Ico, 0, "\0\0\1\0"sv},
     Signature{PictureFormat::Wmf, 0, "\xD7\xCD\xC6\x9A"sv},
-    Signature{PictureFormat::Wmf, 0, "\1\0\x09\0"sv},
-    Signature{PictureFormat::Wmf, 0, "\2\0\x09\0"sv},
     Signature{PictureFormat::Emf, 40, " EMF"sv},
 };
 

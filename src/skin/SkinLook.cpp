@@ -104,6 +104,8 @@ SkinLook SkinLook::read(const IniFile &ini)
     look.m_fontSize = readSize(valueOf(ini, "FontSize"_l), BuiltInFont);
     look.m_titleFontSize = readSize(valueOf(ini, "TitleFontSize"_l), look.m_fontSize);
     look.m_convertFontSize = readSize(valueOf(ini, "ConvertFontSize"_l), look.m_fontSize);
+    look.m_corners =
+        std::clamp<int>(leadingNumber(valueOf(ini, "Corners"_l)), 0, SkinLook::LargestCorners);
     look.m_bold = valueOf(ini, "Bold"_l).toLower() == "true"_l;
     look.m_fontFamily = valueOf(ini, "FontFamily"_l).left(LongestFamily);
     return look;

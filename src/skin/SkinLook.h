@@ -55,6 +55,7 @@ public:
     static constexpr qint16 SmallestFont = 8;
     static constexpr qint16 LargestFont = 48;
     static constexpr qint16 BuiltInFont = 13;
+    static constexpr int LargestCorners = 24;
 
     /// The look of the built-in layout.
     SkinLook();
@@ -69,6 +70,9 @@ public:
     [[nodiscard]] int titleFontSize() const { return m_titleFontSize; }
     [[nodiscard]] int convertFontSize() const { return m_convertFontSize; }
 
+    /// Radius of the corners of buttons, fields and entries in pixels, from 0 to 24.
+    [[nodiscard]] int corners() const { return m_corners; }
+
     [[nodiscard]] bool isBold() const { return m_bold; }
     /// Empty for the system's own font.
     [[nodiscard]] QString fontFamily() const { return m_fontFamily; }
@@ -82,6 +86,7 @@ private:
     int m_fontSize = BuiltInFont;
     int m_titleFontSize = BuiltInFont;
     int m_convertFontSize = BuiltInFont;
+    int m_corners = 0;
     bool m_bold = false;
     QString m_fontFamily;
 };

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void fontSizesHaveLimits_data();
     void fontSizesHaveLimits();
     void otherFontsFollowTheFirst();
+    void cornersHaveLimits();
     void boldIsTheWordTrue();
     void familyIsReadAndShortened();
     void otherGroupsDoNotCount();
@@ -136,6 +137,18 @@ void TestSkinLook::otherFontsFollowTheFirst()
     const auto look = lookOf(QStringLiteral("FontSize"), QStringLiteral("20"));
     QCOMPARE(look.titleFontSize(), 20);
     QCOMPARE(look.convertFontSize(), 20);
+}
+
+void TestSkinLook::cornersHaveLimits()
+{
+    const auto cornersOf = [](const char *value) {
+        return lookOf(QStringLiteral("Corners"), QString::fromLatin1(value)).corners();
+    };
+    QCOMPARE(SkinLook().corners(), 0);
+    QCOMPARE(cornersOf("8"), 8);
+    QCOMPARE(cornersOf("25"), 24);
+    QCOMPARE(cornersOf("-1"), 0);
+    QCOMPARE(cornersOf("round"), 0);
 }
 
 void TestSkinLook::boldIsTheWordTrue()

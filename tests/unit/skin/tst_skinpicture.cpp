@@ -1,20 +1,14 @@
 #include "SkinText.h"
-#include "skin/MetafileCache.h"
 #include "skin/PictureLoader.h"
 #include "skin/PointReader.h"
-#include "skin/SvgCheck.h"
 #include "skin/SvgProcess.h"
 #include "support/SystemActions.h"
 #include "support/TestFolder.h"
 
 #include <QBuffer>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QImageWriter>
 #include <QPainter>
 #include <QTest>
-#include <QTimer>
 #include <QtEndian>
 
 using namespace Quorlin;
@@ -67,22 +61,6 @@ std::shared_ptr<SvgProcess> realDrawings(const SvgProcess::Limits &limits = {})
     return std::make_shared<SvgProcess>(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-svg"), limits);
 }
 
-/// Renders every metafile as what it is told, and counts.
-class StandInMetafiles : public MetafileRenderer
-{
-public:
-    explicit StandInMetafiles(const QByteArray &png) : result(png) {}
-    [[nodiscard]] QByteArray render(const QByteArray & /*content*/,
-                                    PictureFormat format) const override
-    {
-        formats.append(format);
-        return result;
-    }
-
-    QByteArray result;
-    mutable QList<PictureFormat> formats;
-};
-
 QSize sizeOfLoaded(const PictureLoader &loader, const TestFolder &folder, const char *name)
 {
     const auto picture = loader.load(folder.path(), QString::fromUtf8(name));
@@ -93,9 +71,6 @@ bool loads(const TestFolder &folder, const char *name)
 {
     return sizeOfLoaded(PictureLoader(), folder, name).isValid();
 }
-
-const QByteArray Wmf = QByteArray::fromHex("d7cdc69a0000");
-const QByteArray Emf = QByteArray::fromHex("01000000") + QByteArray(36, '\0') + " EMF\0";
 
 } // namespace
 
@@ -126,24 +101,6 @@ private Q_SLOTS:
     void drawsWhatFitsTheDevice();
     void emptyPictureDrawsNothing();
     void copiesShareWhatTheyHold();
-
-    void drawingIsRenderedAtEveryDensity();
-    void drawingNeedsARenderer();
-    void drawingThatReachesOutIsRefused_data();
-    void drawingThatReachesOutIsRefused();
-    void ordinaryDrawingsAreAccepted_data();
-    void ordinaryDrawingsAreAccepted();
-    void drawingOfManyOrDeepElementsIsRefused();
-    void slowDrawingIsGivenUp();
-    void eventsGoOnWhileADrawingIsRendered();
-    void brokenRendererMakesNoPicture();
-
-    void metafileIsGivenToTheRenderer();
-    void metafileThatCannotBeRenderedIsRefused();
-    void metafileIsRenderedOnce();
-    void damagedFileOfTheCacheIsMadeAnew();
-    void cacheIsBounded();
-    void cacheThatCannotBeWrittenDoesNotMatter();
 };
 
 void TestSkinPicture::loadsPicturesByTheirContent_data()
@@ -172,6 +129,7 @@ void TestSkinPicture::otherFormatsAreRefused_data()
     QTest::newRow("nothing") << QByteArray();
     QTest::newRow("text") << QByteArray("Main.png");
     QTest::newRow("compressed svg") << QByteArray::fromHex("1f8b0800000000000003");
+    QTest::newRow("wmf without its size") << QByteArray::fromHex("010009000003");
     QTest::newRow("html") << QByteArray("<html/>");
 }
 
@@ -384,205 +342,6 @@ void TestSkinPicture::copiesShareWhatTheyHold()
     QVERIFY(copy == picture);
     QVERIFY(!(copy == SkinPicture()));
     QVERIFY(SkinPicture() == SkinPicture());
-}
-
-void TestSkinPicture::drawingIsRenderedAtEveryDensity()
-{
-    const TestFolder folder;
-    folder.write("a.svg", svg());
-    const auto picture = PictureLoader(realDrawings()).load(folder.path(), QStringLiteral("a.svg"));
-    QVERIFY(picture);
-    QCOMPARE(picture->imageFor({15, 11}).size(), QSize(15, 11));
-    const auto image = picture->imageFor({36, 27});
-    QCOMPARE(image.size(), QSize(36, 27));
-    QCOMPARE(image.pixelColor(18, 13), QColor(Qt::red));
-}
-
-void TestSkinPicture::drawingNeedsARenderer()
-{
-    const TestFolder folder;
-    folder.write("a.svg", svg());
-    QVERIFY(!loads(folder, "a.svg"));
-}
-
-void TestSkinPicture::drawingThatReachesOutIsRefused_data()
-{
-    QTest::addColumn<QByteArray>("drawing");
-    QTest::newRow("image file") << svg("<image xlink:href='secret.png' width='9' height='9'/>");
-    QTest::newRow("image with data") << svg("<image xlink:href='data:image/png;base64,AAAA'/>");
-    QTest::newRow("image by a part's name") << svg("<image xlink:href='#/../../secret.png'/>");
-    QTest::newRow("image of another prefix")
-        << svg("<g xmlns:q='http://www.w3.org/2000/svg'><q:image/></g>");
-    QTest::newRow("use of a file") << svg("<use xlink:href='other.svg#a'/>");
-    QTest::newRow("plain href") << svg("<use href='/etc/hostname'/>");
-    QTest::newRow("style import") << svg("<style>@import 'a.css';</style>");
-    QTest::newRow("style address") << svg("<style>rect{fill:url( \"file:///a\" )}</style>");
-    QTest::newRow("attribute address") << svg("<rect fill='url(other.svg#a)'/>");
-    QTest::newRow("escaped address") << svg("<rect fill='u\\72l(other.svg#a)'/>");
-    QTest::newRow("style sheet") << QByteArray("<?xml version='1.0'?><?xml-stylesheet "
-                                               "type=\"text/css\" href=\"a.css\"?>") +
-                                        svg();
-    QTest::newRow("entities") << QByteArray("<!DOCTYPE svg [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b "
-                                            "'&a;&a;&a;&a;&a;&a;&a;&a;'>]>") +
-                                     svg("<text>&b;</text>");
-    QTest::newRow("entity of a file")
-        << QByteArray("<!DOCTYPE svg [<!ENTITY a SYSTEM 'file:///etc/hostname'>]>") +
-               svg("<text>&a;</text>");
-    QTest::newRow("not closed") << QByteArray("<svg xmlns='http://www.w3.org/2000/svg'><g>");
-    QTest::newRow("another root") << QByteArray("<?xml version='1.0'?><html/>");
-    QTest::newRow("no element") << QByteArray("<!-- -->");
-}
-
-void TestSkinPicture::drawingThatReachesOutIsRefused()
-{
-    QFETCH(const QByteArray, drawing);
-    QVERIFY(!SvgCheck::isHarmless(drawing));
-    const TestFolder folder;
-    folder.write("a.svg", drawing);
-    folder.write("secret.png", pngOf(9, 9));
-    QVERIFY(!sizeOfLoaded(PictureLoader(realDrawings()), folder, "a.svg").isValid());
-}
-
-void TestSkinPicture::ordinaryDrawingsAreAccepted_data()
-{
-    QTest::addColumn<QByteArray>("drawing");
-    QTest::newRow("gradient") << svg(
-        "<defs><linearGradient id='a'><stop offset='0' stop-color='#fff'/>"
-        "</linearGradient></defs><rect width='9' height='9' fill='url(#a)'/>");
-    QTest::newRow("use") << svg("<g id='a'><path d='M0 0h9v9z'/></g><use xlink:href='#a'/>");
-    QTest::newRow("text") << svg("<text x='1' y='9' font-size='8'>curl (a)</text>");
-    QTest::newRow("declaration") << QByteArray("\xEF\xBB\xBF<?xml version='1.0'?>\n") + svg();
-    QTest::newRow("comment") << QByteArray("<!-- Drawn by hand -->\n") + svg();
-}
-
-void TestSkinPicture::ordinaryDrawingsAreAccepted()
-{
-    QFETCH(const QByteArray, drawing);
-    const TestFolder folder;
-    folder.write("a.svg", drawing);
-    QVERIFY(sizeOfLoaded(PictureLoader(realDrawings()), folder, "a.svg").isValid());
-}
-
-void TestSkinPicture::drawingOfManyOrDeepElementsIsRefused()
-{
-    QVERIFY(SvgCheck::isHarmless(svg(QByteArray("<g/>").repeated(10000))));
-    QVERIFY(!SvgCheck::isHarmless(svg(QByteArray("<g/>").repeated(30000))));
-    const auto deep = [](int depth) {
-        return svg(QByteArray("<g>").repeated(depth) + QByteArray("</g>").repeated(depth));
-    };
-    QVERIFY(SvgCheck::isHarmless(deep(90)));
-    QVERIFY(!SvgCheck::isHarmless(deep(200)));
-    QVERIFY(!SvgCheck::isHarmless(svg(QByteArray(SvgCheck::MostBytes, ' '))));
-}
-
-/// A renderer that does not end is ended, and with it what it has started.
-void TestSkinPicture::slowDrawingIsGivenUp()
-{
-    const TestFolder folder;
-    const auto slow = folder.write("slow", "#!/bin/sh\nsleep 100 & echo $! > \"$0.pid\"; wait\n");
-    QVERIFY(QFile::setPermissions(slow, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    using namespace std::chrono_literals;
-    const SvgProcess renderer(slow, {700ms, 700ms});
-    for (const auto waiting : {Waiting::WithEvents, Waiting::Still}) {
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(renderer.render(svg(), {}, waiting).isNull());
-        QVERIFY(timer.elapsed() < 10000);
-        const auto child = contentOf(folder.path("slow.pid")).trimmed().toLongLong();
-        QVERIFY(child > 1);
-        QTRY_VERIFY(!SystemActions::isRunning(child));
-    }
-}
-
-void TestSkinPicture::eventsGoOnWhileADrawingIsRendered()
-{
-    const TestFolder folder;
-    folder.write("a.svg", svg());
-    int events = 0;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&events] { ++events; });
-    timer.start(0);
-    QVERIFY(sizeOfLoaded(PictureLoader(realDrawings()), folder, "a.svg").isValid());
-    QVERIFY(events > 0);
-}
-
-void TestSkinPicture::brokenRendererMakesNoPicture()
-{
-    for (const auto *program : {"/nowhere/quorlin-svg", "/bin/true", "/bin/false"}) {
-        const SvgProcess renderer(QString::fromLatin1(program));
-        QVERIFY(renderer.render(svg(), {}, Waiting::WithEvents).isNull());
-        QVERIFY(renderer.render(svg(), {24, 18}, Waiting::Still).isNull());
-    }
-}
-
-void TestSkinPicture::metafileIsGivenToTheRenderer()
-{
-    const TestFolder folder;
-    folder.write("a.wmf", Wmf);
-    folder.write("a.emf", Emf);
-    const auto renderer = std::make_shared<StandInMetafiles>(pngOf(12, 9));
-    const PictureLoader loader({}, renderer);
-    QCOMPARE(sizeOfLoaded(loader, folder, "a.wmf"), QSize(12, 9));
-    QCOMPARE(sizeOfLoaded(loader, folder, "a.emf"), QSize(12, 9));
-    QCOMPARE(renderer->formats, QList({PictureFormat::Wmf, PictureFormat::Emf}));
-}
-
-void TestSkinPicture::metafileThatCannotBeRenderedIsRefused()
-{
-    const TestFolder folder;
-    folder.write("a.wmf", Wmf);
-    QVERIFY(!loads(folder, "a.wmf"));
-    const PictureLoader loader({}, std::make_shared<StandInMetafiles>("damaged"));
-    QVERIFY(!sizeOfLoaded(loader, folder, "a.wmf").isValid());
-}
-
-void TestSkinPicture::metafileIsRenderedOnce()
-{
-    const TestFolder folder;
-    const StandInMetafiles renderer(pngOf(12, 9));
-    const MetafileCache cache(folder.path("cache"), renderer);
-    const auto first = cache.render(Wmf, PictureFormat::Wmf);
-    QCOMPARE(first, renderer.result);
-    QCOMPARE(cache.render(Wmf, PictureFormat::Wmf), first);
-    QCOMPARE(renderer.formats.size(), 1);
-    QCOMPARE(cache.render(Emf, PictureFormat::Emf), first);
-    QCOMPARE(renderer.formats.size(), 2);
-}
-
-void TestSkinPicture::damagedFileOfTheCacheIsMadeAnew()
-{
-    const TestFolder folder;
-    const StandInMetafiles renderer(pngOf(12, 9));
-    const MetafileCache cache(folder.path("cache"), renderer);
-    QVERIFY(!cache.render(Wmf, PictureFormat::Wmf).isEmpty());
-    const auto name = "cache/" + namesIn(folder.path("cache")).first().toLatin1();
-    folder.write(name.constData(), renderer.result.left(40));
-    QCOMPARE(cache.render(Wmf, PictureFormat::Wmf), renderer.result);
-    QCOMPARE(contentOf(folder.path(name.constData())), renderer.result);
-    QCOMPARE(renderer.formats.size(), 2);
-    QVERIFY(QFile::remove(folder.path(name.constData())));
-    QVERIFY(SystemActions::makeFifo(folder.path(name.constData())));
-    QCOMPARE(cache.render(Wmf, PictureFormat::Wmf), renderer.result);
-}
-
-void TestSkinPicture::cacheIsBounded()
-{
-    const TestFolder folder;
-    const StandInMetafiles renderer(pngOf(12, 9));
-    const MetafileCache cache(folder.path("cache"), renderer);
-    for (int number = 0; number < MetafileCache::MostFiles + 10; ++number)
-        QVERIFY(!cache.render(Wmf + QByteArray::number(number), PictureFormat::Wmf).isEmpty());
-    QCOMPARE(namesIn(folder.path("cache")).size(), MetafileCache::MostFiles);
-}
-
-void TestSkinPicture::cacheThatCannotBeWrittenDoesNotMatter()
-{
-    const TestFolder folder;
-    folder.write("cache", "a file");
-    const StandInMetafiles renderer(pngOf(12, 9));
-    const MetafileCache cache(folder.path("cache"), renderer);
-    QCOMPARE(cache.render(Wmf, PictureFormat::Wmf), renderer.result);
-    QCOMPARE(contentOf(folder.path("cache")), QByteArray("a file"));
 }
 
 QTEST_MAIN(TestSkinPicture)
