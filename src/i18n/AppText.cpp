@@ -59,6 +59,9 @@ void LoadLanguage(const QString &name)
         showError(around(TextKey::ErrorLanguageNotFound1, name, TextKey::ErrorLanguageNotFound2));
         break;
     case TextTable::Result::Invalid:
+        // The message does not say it, and who wrote the file wants to know.
+        qWarning("%s.slg: %s is missing, empty or there twice", qUtf8Printable(name),
+                 qUtf8Printable(state().table.problem()));
         showError(around(TextKey::ErrorLanguageInvalid1, name + QLatin1String(".slg"),
                          TextKey::ErrorLanguageInvalid2));
         break;

@@ -71,6 +71,10 @@ bool IniFile::readLines(QIODevice &file)
 
 int IniFile::Save(const QString &Filename) const
 {
+    // Opening a pipe for writing would wait for a reader.
+    const QFileInfo info(Filename);
+    if (info.exists() && !info.isFile())
+        return 1;
     QFile file(Filename);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return 1;
@@ -137,7 +141,7 @@ QList<std::shared_ptr<IniVar>> IniFile::GetVars(const QString &GroupName) const
     return all;
 }
 
-/// The last group stays: files loaded one after the other build on it.
+/// The last group stays, on purpose: the next file's keys before any group join it.
 void IniFile::ClearGroups()
 {
     if (m_groups.size() > 1)

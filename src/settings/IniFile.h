@@ -22,6 +22,14 @@ namespace Quorlin {
 class IniFile
 {
 public:
+    IniFile() = default;
+    // A copy would share its groups with the original.
+    IniFile(const IniFile &) = delete;
+    IniFile &operator=(const IniFile &) = delete;
+    IniFile(IniFile &&) = default;
+    IniFile &operator=(IniFile &&) = default;
+    ~IniFile() = default;
+
     /// Files above this size are not settings; reading them fails.
     static constexpr qint64 MostBytes = 2 * 1024 * 1024;
 

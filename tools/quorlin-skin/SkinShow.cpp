@@ -19,11 +19,6 @@ void StreamMessages::show(const QString &text, MessageStyle, const QString &titl
     m_hasShown = true;
 }
 
-QString LanguageTexts::text(const QString &key) const
-{
-    return AppText::GetText(key);
-}
-
 SkinShow::SkinShow(const SkinShowOptions &options)
 {
     AppText::Initialise(options.applicationFolder, m_messages);

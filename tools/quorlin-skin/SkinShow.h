@@ -1,10 +1,10 @@
 #pragma once
 
+#include "i18n/AppTextSource.h"
 #include "skin/controls/WidgetSkinWindow.h"
 #include "ui/AboutForm.h"
 #include "ui/MainForm.h"
 #include "winsupport/MessageService.h"
-#include "winsupport/TextSource.h"
 
 #include <QString>
 
@@ -33,13 +33,6 @@ private:
     bool m_hasShown = false;
 };
 
-/// The texts of the language in use.
-class LanguageTexts : public TextSource
-{
-public:
-    [[nodiscard]] QString text(const QString &key) const override;
-};
-
 /// Both windows in a skin, with sample texts.
 class SkinShow
 {
@@ -60,7 +53,7 @@ private:
     void showWork();
 
     StreamMessages m_messages;
-    LanguageTexts m_texts;
+    AppTextSource m_texts;
     MainForm m_main;
     AboutForm m_about;
     WidgetSkinWindow m_mainWindow{m_main};

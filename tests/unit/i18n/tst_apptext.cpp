@@ -1,4 +1,5 @@
 #include "i18n/AppText.h"
+#include "i18n/AppTextSource.h"
 
 #include "AppTextScene.h"
 #include "LanguageText.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
 
     void tellsThatAFileIsMissing();
     void tellsThatAFileIsIncomplete();
+    void namesTheFirstBadTextInTheLog();
     void messagesShowTheNameAsItWasGiven();
     void messagesAreShownWhenTheBuiltInTextsAreBack();
     void messagesAreInBuiltInEnglishWhateverWasLoadedBefore();
@@ -38,6 +40,7 @@ private Q_SLOTS:
     void listsTheLanguages();
     void aListedNameMayHaveNoFile();
     void givesTextsByTheNamesOfTheirKeys();
+    void givesTextsToThoseWhoDoNotKnowTheTable();
     void givesTheQualities();
 };
 
@@ -144,6 +147,14 @@ void tst_apptext::tellsThatAFileIsIncomplete()
     QVERIFY(isBuiltIn());
 }
 
+void tst_apptext::namesTheFirstBadTextInTheLog()
+{
+    write("fr.slg", LanguageText().without("InfoPrint").without("ErrorWindowTitle"));
+    QTest::ignoreMessage(QtWarningMsg, "fr.slg: [INFO] InfoPrint is missing, empty or there twice");
+    load("fr");
+    QVERIFY(!onlyMessage().isEmpty());
+}
+
 void tst_apptext::messagesShowTheNameAsItWasGiven()
 {
     write("français.slg", LanguageText().without("InfoPrint"));
@@ -242,6 +253,13 @@ void tst_apptext::givesTextsByTheNamesOfTheirKeys()
              QStringLiteral("The file is protected in write, can't overwirte."));
     QCOMPARE(AppText::GetText(QStringLiteral("errorprotectedfilename")), QString());
     QCOMPARE(AppText::GetText(QString()), QString());
+}
+
+void tst_apptext::givesTextsToThoseWhoDoNotKnowTheTable()
+{
+    const AppTextSource source;
+    QCOMPARE(source.text(QStringLiteral("ErrorWindowTitle")), QStringLiteral("Error"));
+    QCOMPARE(source.text(QStringLiteral("Unknown")), QString());
 }
 
 void tst_apptext::givesTheQualities()

@@ -404,6 +404,7 @@ void TestIniFile::failsOnAPipeWithoutWaiting()
     IniFile ini;
     QCOMPARE(ini.Load(pipe), 1);
     QCOMPARE(ini.Load(SystemActions::nullDevice()), 1);
+    QCOMPARE(ini.Save(pipe), 1);
 }
 
 void TestIniFile::failsOnAFileThatMayNotBeRead()
