@@ -26,7 +26,7 @@ public:
     [[nodiscard]] qsizetype Count() const { return m_entries.size(); }
 
     /// @param index from 1, as the position in the list of choices plus 1.
-    /// @return nullptr for an index that there is none of.
+    /// @return nullptr for an index that there is none of; valid until the next load or refresh.
     [[nodiscard]] const clsJobOptions *Item(qsizetype index) const;
 
     /// The entry of this very name; nullptr when there is none.

@@ -46,7 +46,7 @@ QString ResultDelivery::finalName(const QString &converterInput)
 }
 
 ResultDelivery::Outcome ResultDelivery::deliver(const QString &temporary, const QString &finalName,
-                                                const Options &options)
+                                                bool showsResult)
 {
     // What the copy says does not count: an old file that could not be replaced is the result.
     static_cast<void>(m_copy(temporary, finalName));
@@ -54,7 +54,7 @@ ResultDelivery::Outcome ResultDelivery::deliver(const QString &temporary, const 
     if (!outcome.delivered)
         m_messages.show(copyMessage(finalName), MessageStyle::Critical,
                         m_texts.text(QStringLiteral("ErrorWindowTitle")));
-    else if (options.showsResult)
+    else if (showsResult)
         m_open(finalName);
     if (!isSameFile(temporary, finalName))
         outcome.temporaryRemoved = deleteFile(temporary);

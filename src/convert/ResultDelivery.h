@@ -10,6 +10,7 @@ class MessageService;
 class TextSource;
 
 /// Brings a finished PDF from the component's temporary file to its final name, and opens it.
+/// Nothing is ever sent by mail, whatever the window's option for it says.
 class ResultDelivery
 {
 public:
@@ -18,14 +19,6 @@ public:
     /// Opens a file with the program of its type.
     using Open = std::function<void(const QString &fileName)>;
 
-    /// The options of the window that concern a delivery.
-    struct Options
-    {
-        bool showsResult = false;
-        /// Shown and kept by the window, but nothing is ever sent.
-        bool sendsByMail = false;
-    };
-
     struct Outcome
     {
         /// A file of the final name exists, be it the new one or one that could not be replaced.
@@ -33,16 +26,18 @@ public:
         bool temporaryRemoved = false;
     };
 
-    /// The services must outlive the object.
+    /// All services must outlive the object.
     ResultDelivery(Copy copy, Open open, MessageService &messages, const TextSource &texts);
 
     /// The name of the result made of a converter's input: everything from the name's last "."
-    /// replaced by ".pdf". A name without "." stays as it is, so that the result takes its place.
+    /// replaced by ".pdf". A name without "." stays as it is, so that the result takes its place;
+    /// a "." in a folder's name does not count, since the result would leave the folder.
     [[nodiscard]] static QString finalName(const QString &converterInput);
 
     /// Copies, opens the result when asked, or tells that there is none, and removes the
-    /// temporary file in either case.
-    Outcome deliver(const QString &temporary, const QString &finalName, const Options &options);
+    /// temporary file in either case. Copying and telling handle events: the object must not go
+    /// before this returns.
+    Outcome deliver(const QString &temporary, const QString &finalName, bool showsResult);
 
 private:
     [[nodiscard]] QString copyMessage(const QString &finalName) const;

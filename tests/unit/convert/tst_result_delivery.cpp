@@ -1,4 +1,5 @@
 #include "convert/ResultDelivery.h"
+#include "convert/mdlOpenFile.h"
 #include "winsupport/MessageService.h"
 #include "winsupport/TextSource.h"
 #include "winsupport/clsKelCopyFile.h"
@@ -12,8 +13,6 @@
 using namespace Quorlin;
 
 namespace {
-
-constexpr ResultDelivery::Options Showing{true, false};
 
 struct Message
 {
@@ -120,7 +119,7 @@ void TestResultDelivery::copiesOpensAndRemovesTheTemporaryFile()
 {
     const auto temporary = m_folder->write("work/0.pdf", "new");
     const auto target = m_folder->path("report.pdf");
-    const auto outcome = delivery().deliver(temporary, target, Showing);
+    const auto outcome = delivery().deliver(temporary, target, true);
     QVERIFY(outcome.delivered);
     QVERIFY(outcome.temporaryRemoved);
     QCOMPARE(contentOf(target), QByteArray("new"));
@@ -132,26 +131,41 @@ void TestResultDelivery::copiesOpensAndRemovesTheTemporaryFile()
 void TestResultDelivery::opensNothingUnlessAsked()
 {
     const auto outcome =
-        delivery().deliver(m_folder->write("0.pdf", "new"), m_folder->path("r.pdf"), {});
+        delivery().deliver(m_folder->write("0.pdf", "new"), m_folder->path("r.pdf"), false);
     QVERIFY(outcome.delivered);
     QVERIFY(m_opened.isEmpty());
 }
 
 void TestResultDelivery::sendsNothingByMail()
 {
-    // The option exists for the eye only: the delivery with it does what it does without it.
+    // Programs that open and that send stand in the search path and write down their calls.
+    const auto bin = m_folder->makeFolder("bin");
+    const auto calls = m_folder->path("calls");
+    for (const auto *const name : {"xdg-open", "xdg-email", "sendmail", "mail", "thunderbird"}) {
+        const auto program = m_folder->write(
+            qPrintable(QLatin1String("bin/") + QLatin1String(name)),
+            "#!/bin/sh\necho \"${0##*/} $*\" >> '" + QFile::encodeName(calls) + "'\n");
+        QVERIFY(QFile::setPermissions(program, QFile::Permissions(0x7700)));
+    }
+    const auto searchPath = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(bin) + ':' + searchPath);
+
+    ResultDelivery delivery(
+        [this](const QString &source, const QString &destination) {
+            return m_copy.CopyFile(source, destination, true, true);
+        },
+        [](const QString &name) { mdlOpenFile::ShellOpenFile(name); }, m_messages, m_texts);
     const auto target = m_folder->path("r.pdf");
-    const auto outcome = delivery().deliver(m_folder->write("0.pdf", "new"), target, {false, true});
+    const auto outcome = delivery.deliver(m_folder->write("0.pdf", "new"), target, true);
+    qputenv("PATH", searchPath);
     QVERIFY(outcome.delivered);
-    QVERIFY(m_opened.isEmpty());
-    QVERIFY(m_messages.kept.isEmpty());
-    QCOMPARE(m_folder->names(), QStringList{QStringLiteral("r.pdf")});
+    QTRY_COMPARE(contentOf(calls), "xdg-open " + QFile::encodeName(target) + '\n');
 }
 
 void TestResultDelivery::replacesAnOldResult()
 {
     const auto target = m_folder->write("r.pdf", "old");
-    QVERIFY(delivery().deliver(m_folder->write("0.pdf", "new"), target, {}).delivered);
+    QVERIFY(delivery().deliver(m_folder->write("0.pdf", "new"), target, false).delivered);
     QCOMPARE(contentOf(target), QByteArray("new"));
 }
 
@@ -161,7 +175,7 @@ void TestResultDelivery::takesAProtectedOldFileAsTheResultAndOpensItWithoutAMess
     const auto target = m_folder->write("r.pdf", "old");
     QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::ReadUser));
     const auto temporary = m_folder->write("0.pdf", "new");
-    const auto outcome = delivery().deliver(temporary, target, Showing);
+    const auto outcome = delivery().deliver(temporary, target, true);
     QVERIFY(outcome.delivered);
     QCOMPARE(contentOf(target), QByteArray("old"));
     QCOMPARE(m_opened, QStringList{target});
@@ -173,17 +187,17 @@ void TestResultDelivery::copiesOverAnInputWhoseNameHasNoPoint()
 {
     const auto input = m_folder->write("report", "the document");
     const auto target = ResultDelivery::finalName(input);
-    QVERIFY(delivery().deliver(m_folder->write("0.pdf", "pdf"), target, {}).delivered);
+    QVERIFY(delivery().deliver(m_folder->write("0.pdf", "pdf"), target, false).delivered);
     QCOMPARE(contentOf(input), QByteArray("pdf"));
 }
 
 void TestResultDelivery::tellsThatTheFileCannotBeCopied()
 {
     const auto target = m_folder->path("r.pdf");
-    const auto outcome = delivery().deliver(m_folder->path("vanished.pdf"), target, Showing);
+    const auto outcome = delivery().deliver(m_folder->path("vanished.pdf"), target, true);
     QVERIFY(!outcome.delivered);
     QCOMPARE(m_messages.kept.size(), 1);
-    // No space before the second part: this message alone is built so.
+    // No space before the second part.
     QCOMPARE(m_messages.kept.first().text,
              QStringLiteral("Can't copy the file in ") + target + QStringLiteral("."));
     QCOMPARE(m_messages.kept.first().style, MessageStyle::Critical);
@@ -194,14 +208,14 @@ void TestResultDelivery::tellsThatTheFileCannotBeCopied()
 void TestResultDelivery::tellsItWhenTheFolderIsGone()
 {
     const auto temporary = m_folder->write("0.pdf", "new");
-    QVERIFY(!delivery().deliver(temporary, m_folder->path("gone/r.pdf"), Showing).delivered);
+    QVERIFY(!delivery().deliver(temporary, m_folder->path("gone/r.pdf"), true).delivered);
     QCOMPARE(m_messages.kept.size(), 1);
 }
 
 void TestResultDelivery::tellsItWhenAFolderHasTheName()
 {
     const auto folder = m_folder->makeFolder("r.pdf");
-    QVERIFY(!delivery().deliver(m_folder->write("0.pdf", "new"), folder, Showing).delivered);
+    QVERIFY(!delivery().deliver(m_folder->write("0.pdf", "new"), folder, true).delivered);
     QCOMPARE(m_messages.kept.size(), 1);
     QVERIFY(m_opened.isEmpty());
 }
@@ -209,7 +223,7 @@ void TestResultDelivery::tellsItWhenAFolderHasTheName()
 void TestResultDelivery::removesTheTemporaryFileAlsoAfterAFailure()
 {
     const auto temporary = m_folder->write("0.pdf", "new");
-    const auto outcome = delivery().deliver(temporary, m_folder->path("gone/r.pdf"), Showing);
+    const auto outcome = delivery().deliver(temporary, m_folder->path("gone/r.pdf"), true);
     QVERIFY(outcome.temporaryRemoved);
     QVERIFY(!QFile::exists(temporary));
 }
@@ -219,7 +233,7 @@ void TestResultDelivery::leavesAProtectedTemporaryFile()
     const auto temporary = m_folder->write("0.pdf", "new");
     QVERIFY(QFile::setPermissions(temporary, QFile::ReadOwner | QFile::ReadUser));
     const auto target = m_folder->path("r.pdf");
-    const auto outcome = delivery().deliver(temporary, target, {});
+    const auto outcome = delivery().deliver(temporary, target, false);
     QVERIFY(outcome.delivered);
     QVERIFY(!outcome.temporaryRemoved);
     QVERIFY(QFile::exists(temporary));
@@ -229,7 +243,7 @@ void TestResultDelivery::leavesAProtectedTemporaryFile()
 void TestResultDelivery::neverRemovesTheResultItself()
 {
     const auto target = m_folder->write("r.pdf", "new");
-    const auto outcome = delivery().deliver(target, target, {});
+    const auto outcome = delivery().deliver(target, target, false);
     QVERIFY(outcome.delivered);
     QVERIFY(!outcome.temporaryRemoved);
     QCOMPARE(contentOf(target), QByteArray("new"));
