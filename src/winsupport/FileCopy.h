@@ -31,6 +31,7 @@ public:
     FileCopy(const QString &source, const QString &destination);
 
     /// Copies. @param news called on this thread when something has changed.
+    /// @return a failure for whatever goes wrong, an exception of `news` too.
     [[nodiscard]] SystemCopy::Outcome run(const std::function<void()> &news);
 
     /// Asks run() to stop soon; from any thread. Too late after goOn().

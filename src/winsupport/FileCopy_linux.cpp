@@ -8,6 +8,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <exception>
 #include <system_error>
 
 #include <fcntl.h>
@@ -80,6 +81,8 @@ SystemCopy::Outcome FileCopy::run(const std::function<void()> &news)
         return {true, 0, {}};
     } catch (const std::system_error &error) {
         return {false, error.code().value(), QString::fromLocal8Bit(error.what())};
+    } catch (const std::exception &error) {
+        return {false, EIO, QString::fromLocal8Bit(error.what())};
     }
 }
 

@@ -10,9 +10,10 @@ void SystemFailure::raise(int error, const std::string &what)
     throw std::system_error(error, std::generic_category(), what);
 }
 
-void SystemFailure::raiseLast(const std::string &what)
+void SystemFailure::raiseLast(const char *what)
 {
-    raise(errno, what);
+    const auto error = errno;
+    raise(error, what);
 }
 
 } // namespace Quorlin

@@ -10,8 +10,9 @@ namespace SystemFailure {
 /// Throws std::system_error. @param error the system's number. @param what what was tried.
 [[noreturn]] void raise(int error, const std::string &what);
 
-/// raise() with the number of the last call that failed.
-[[noreturn]] void raiseLast(const std::string &what);
+/// raise() with the number of the last call that failed. A plain text, because making a string
+/// could change the number.
+[[noreturn]] void raiseLast(const char *what);
 
 } // namespace SystemFailure
 

@@ -143,6 +143,9 @@ void clsKelCopyFile::runSystemCopy(const std::shared_ptr<Call> &call)
     // A copy that was cancelled has failed, even when the cancel came too late.
     call->result = outcome.success && !call->cancel;
     call->done = true;
+    if (!outcome.success && !call->cancel)
+        qWarning("%s was not copied to %s: %s (error %d)", qUtf8Printable(call->source),
+                 qUtf8Printable(call->destination), qUtf8Printable(outcome.text), outcome.error);
     if (!self)
         return;
     m_running = outer;

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <utility>
+
 namespace Quorlin {
 
 /// Writes down the events of a copy object: "begin a>b", "0 a>b", "finished true a>b".
@@ -38,5 +40,17 @@ public:
 private:
     QObject m_context;
 };
+
+/// Runs `act` once while the system copies for the object: when it raises its second FilePercent,
+/// the first of those that come from the system's copy.
+template <typename Act>
+void duringTheCopy(clsKelCopyFile &object, Act act)
+{
+    QObject::connect(&object, &clsKelCopyFile::FilePercent, &object,
+                     [act = std::move(act), events = 0]() mutable {
+                         if (++events == 2)
+                             act();
+                     });
+}
 
 } // namespace Quorlin

@@ -30,7 +30,7 @@ public:
     {
         copies.append(source + QLatin1Char('>') + destination);
         const bool success = script(progress, cancel);
-        return {success, success ? 0 : 5, {}};
+        return {success, success ? 0 : 5, success ? QString() : QStringLiteral("as scripted")};
     }
 
     Script script = copyAll;

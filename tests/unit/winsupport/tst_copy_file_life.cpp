@@ -4,8 +4,8 @@
 #include "unit/winsupport/ScriptedCopy.h"
 #include "winsupport/mdlKelCopyFile.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
@@ -20,17 +20,6 @@ namespace {
 const QString A = QStringLiteral("/none/a");
 const QString B = QStringLiteral("/none/b");
 
-/// Runs `act` when the object raises its first FilePercent.
-template <typename Act>
-void atFirstPercent(clsKelCopyFile &object, Act act)
-{
-    QObject::connect(&object, &clsKelCopyFile::FilePercent, &object,
-                     [act, done = false](qint16, const QString &, const QString &) mutable {
-                         if (!std::exchange(done, true))
-                             act();
-                     });
-}
-
 } // namespace
 
 /// Copies that run in one another, and objects that end while they copy.
@@ -42,6 +31,7 @@ private Q_SLOTS:
     void numbersStartAgainWhenNoCopyRuns();
     void progressOfAnUnknownCopyIsDropped();
     void twoObjectsCopyInOneAnother();
+    void twoRealCopiesRunInOneAnother();
     void theObjectMayGoWhileItsCallWaits();
     void theObjectMayGoBeforeTheLaunch();
     void theObjectMayGoInAnyEvent_data();
@@ -75,22 +65,52 @@ void tst_copy_file_life::progressOfAnUnknownCopyIsDropped()
     mdlKelCopyFile::remove(number);
 }
 
+/// The outer copy reports also while the inner one runs.
 void tst_copy_file_life::twoObjectsCopyInOneAnother()
+{
+    ScriptedCopy outerCopy;
+    ScriptedCopy innerCopy;
+    clsKelCopyFile outer(outerCopy);
+    clsKelCopyFile inner(innerCopy);
+    CopyWatch outerWatch(outer);
+    CopyWatch innerWatch(inner);
+    QList<quint32> answers;
+    outerCopy.script = [&](const SystemCopy::Progress &progress, const bool &) {
+        innerCopy.script = [&](const SystemCopy::Progress &innerProgress, const bool &) {
+            answers.append(innerProgress(1000, 300));
+            answers.append(progress(1000, 700));
+            answers.append(innerProgress(1000, 1000));
+            return true;
+        };
+        answers.append(progress(1000, 500));
+        const bool innerSucceeded = inner.CopyFile(B, A, true, true);
+        answers.append(progress(1000, 1000));
+        return innerSucceeded;
+    };
+    QVERIFY(outer.CopyFile(A, B, true, true));
+    QCOMPARE(answers, QList<quint32>(5, 0));
+    QCOMPARE(outerWatch.events.join(QLatin1Char('|')),
+             QStringLiteral("begin /none/a>/none/b|0 /none/a>/none/b|50 /none/a>/none/b|"
+                            "70 /none/a>/none/b|100 /none/a>/none/b|"
+                            "finished true /none/a>/none/b"));
+    QCOMPARE(innerWatch.events.join(QLatin1Char('|')),
+             QStringLiteral("begin /none/b>/none/a|0 /none/b>/none/a|30 /none/b>/none/a|"
+                            "100 /none/b>/none/a|finished true /none/b>/none/a"));
+}
+
+void tst_copy_file_life::twoRealCopiesRunInOneAnother()
 {
     CopyScene scene;
     const auto second = scene.folder.path("to/second");
     clsKelCopyFile outer;
     clsKelCopyFile inner;
-    CopyWatch watch(outer);
     bool innerSucceeded = false;
-    atFirstPercent(outer,
-                   [&] { innerSucceeded = inner.CopyFile(scene.source, second, true, true); });
+    duringTheCopy(outer,
+                  [&] { innerSucceeded = inner.CopyFile(scene.source, second, true, true); });
     QVERIFY(outer.CopyFile(scene.source, scene.destination, true, true));
     QVERIFY(innerSucceeded);
     QCOMPARE(contentOf(second), scene.content);
     QCOMPARE(contentOf(scene.destination), scene.content);
-    for (const auto &event : watch.events)
-        QVERIFY(event.endsWith(scene.destination));
 }
 
 void tst_copy_file_life::theObjectMayGoWhileItsCallWaits()
@@ -147,11 +167,7 @@ void tst_copy_file_life::theObjectMayGoDuringTheRealCopy()
     CopyScene scene;
     scene.folder.write("to/result.pdf", "old");
     const QPointer<clsKelCopyFile> object(new clsKelCopyFile);
-    int events = 0;
-    connect(object, &clsKelCopyFile::FilePercent, this, [&] {
-        if (++events == 2) // the first is raised before the copy
-            delete object;
-    });
+    duringTheCopy(*object, [object] { delete object; });
     QVERIFY(!object->CopyFile(scene.source, scene.destination, true, true));
     QVERIFY(!object);
     QCOMPARE(contentOf(scene.destination), QByteArray("old"));
@@ -179,9 +195,14 @@ void tst_copy_file_life::windowsLiveWhileACopyIsAwaited()
     QTimer beat;
     int beats = 0;
     connect(&beat, &QTimer::timeout, this, [&beats] { ++beats; });
+    copy.script = [&beats](const SystemCopy::Progress &progress, const bool &) {
+        const QDeadlineTimer deadline(20000);
+        while (beats < 6 && !deadline.hasExpired())
+            static_cast<void>(progress(1000, 500));
+        return beats >= 6;
+    };
     beat.start(1);
     QVERIFY(object.CopyFile(A, B, true, true));
-    QVERIFY2(beats > 5, qPrintable(QString::number(beats)));
 }
 
 void tst_copy_file_life::awaitingACopyLeavesTheProcessorAlone()

@@ -1,10 +1,13 @@
 #include "support/SystemActions.h"
 #include "unit/winsupport/CopyScene.h"
+#include "winsupport/FileCopy.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
+
+#include <new>
 
 using namespace Quorlin;
 
@@ -53,6 +56,7 @@ private Q_SLOTS:
     void aFullDiskKeepsTheOldFile();
     void aFolderThatVanishesMeanwhileFails();
     void aDestinationThatBecomesAFolderFailsWithoutTheEnd();
+    void anExceptionOfAnotherKindIsAFailureToo();
 };
 
 void tst_system_copy_refusals::aLinkIntoAMissingFolderFails()
@@ -293,6 +297,20 @@ void tst_system_copy_refusals::aDestinationThatBecomesAFolderFailsWithoutTheEnd(
     for (const auto &[total, copied] : scene.calls)
         QVERIFY(copied < total);
     QCOMPARE(scene.inFolder(), QStringList{QStringLiteral("result.pdf")});
+}
+
+/// It would end the process, since it is the copy's own thread that meets it.
+void tst_system_copy_refusals::anExceptionOfAnotherKindIsAFailureToo()
+{
+    CopyScene scene;
+    oldFile(scene);
+    FileCopy copy(scene.source, scene.destination);
+    const auto outcome = copy.run([] { throw std::bad_alloc(); });
+    QVERIFY(!outcome.success);
+    QCOMPARE(outcome.error, numberOf(std::errc::io_error));
+    QVERIFY(!outcome.text.isEmpty());
+    QCOMPARE(contentOf(scene.destination), OldContent);
+    QCOMPARE(scene.inFolder().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(tst_system_copy_refusals)

@@ -10,27 +10,11 @@
 #include <QThread>
 
 #include <limits>
-#include <memory>
-#include <vector>
+#include <utility>
 
 using namespace Quorlin;
 
 namespace {
-
-constexpr int Limit = 100;
-constexpr qint32 Often = 1000;
-
-using Timers = std::vector<std::unique_ptr<CTimer>>;
-
-Timers runningTimers(int count)
-{
-    Timers timers;
-    for (int i = 0; i < count; ++i) {
-        timers.push_back(std::make_unique<CTimer>());
-        timers.back()->Interval(Often);
-    }
-    return timers;
-}
 
 /// The number of the error that a new interval raises; 0 when there is none.
 quint32 errorOf(CTimer &timer, qint32 interval, QString *description = nullptr)
@@ -42,14 +26,6 @@ quint32 errorOf(CTimer &timer, qint32 interval, QString *description = nullptr)
             *description = error.description();
         return error.number();
     }
-    return 0;
-}
-
-qint16 slotOf(const CTimer &timer)
-{
-    for (qint16 number = 1; number <= TimerTable::Slots; ++number)
-        if (MTimer::table().at(number) == &timer)
-            return number;
     return 0;
 }
 

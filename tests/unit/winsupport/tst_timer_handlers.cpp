@@ -11,36 +11,8 @@
 
 #include <memory>
 #include <thread>
-#include <vector>
 
 using namespace Quorlin;
-
-namespace {
-
-constexpr int Limit = 100;
-constexpr qint32 Often = 1000;
-
-using Timers = std::vector<std::unique_ptr<CTimer>>;
-
-Timers runningTimers(int count)
-{
-    Timers timers;
-    for (int i = 0; i < count; ++i) {
-        timers.push_back(std::make_unique<CTimer>());
-        timers.back()->Interval(Often);
-    }
-    return timers;
-}
-
-qint16 slotOf(const CTimer &timer)
-{
-    for (qint16 number = 1; number <= TimerTable::Slots; ++number)
-        if (MTimer::table().at(number) == &timer)
-            return number;
-    return 0;
-}
-
-} // namespace
 
 /// What handlers of ticks may do, and the timers of threads.
 class tst_timer_handlers : public QObject
