@@ -12,8 +12,10 @@ using namespace std::chrono_literals;
 using Status = RegistryStatus;
 using Deadline = QDeadlineTimer;
 
-/// The user interface waits for every operation.
-constexpr auto LongestWait = 2s;
+// The user interface waits for every operation. Many reads follow one another, and each can be
+// done again; a write that gives up is lost.
+constexpr auto LongestRead = 250ms;
+constexpr auto LongestWrite = 2s;
 
 bool isRoot(const RegistryKey &key)
 {
@@ -65,10 +67,10 @@ Status LayeredRegistry::openKey(const RegistryKey &key) const
         return Status::Refused;
     if (isRoot(key))
         return Status::Done;
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestRead);
     auto status = Status::Missing;
     for (const auto &place : all) {
-        const auto opened = place.file->openKey(place.path, deadline);
+        const auto opened = place.file->openKey(place.path, place.file->forRead(deadline));
         if (opened == Status::Done)
             return opened;
         status = worse(status, opened);
@@ -81,7 +83,7 @@ Status LayeredRegistry::createKey(const RegistryKey &key)
     // A root is there already.
     if (isRoot(key))
         return openKey(key);
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestWrite);
     return write(key, deadline,
                  [&](const Place &place) { return place.file->createKey(place.path, deadline); });
 }
@@ -91,7 +93,7 @@ Status LayeredRegistry::deleteKey(const RegistryKey &key)
     const auto all = places(key);
     if (all.empty() || isRoot(key))
         return Status::Refused;
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestWrite);
     auto status = Status::Missing;
     for (const auto &place : all) {
         status = place.file->deleteKey(place.path, deadline);
@@ -106,7 +108,7 @@ Status LayeredRegistry::deleteValue(const RegistryKey &key, const QString &name)
     const auto all = places(key);
     if (all.empty() || !isValueName(name))
         return Status::Refused;
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestWrite);
     auto status = Status::Missing;
     for (const auto &place : all) {
         status = place.file->deleteValue(place.path, name, deadline);
@@ -122,10 +124,10 @@ RegistryResult<RegistryValue> LayeredRegistry::queryValue(const RegistryKey &key
     const auto all = places(key);
     if (all.empty() || !isValueName(name))
         return {Status::Refused};
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestRead);
     auto status = Status::Missing;
     for (const auto &place : all) {
-        const auto found = place.file->queryValue(place.path, name, deadline);
+        const auto found = place.file->queryValue(place.path, name, place.file->forRead(deadline));
         if (found.status == Status::Done)
             return found;
         status = worse(status, found.status);
@@ -138,7 +140,7 @@ Status LayeredRegistry::setValue(const RegistryKey &key, const QString &name,
 {
     if (!isValueName(name))
         return Status::Refused;
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestWrite);
     return write(key, deadline, [&](const Place &place) {
         return place.file->setValue(place.path, name, value, deadline);
     });
@@ -146,17 +148,17 @@ Status LayeredRegistry::setValue(const RegistryKey &key, const QString &name,
 
 RegistryResult<QStringList> LayeredRegistry::enumerateValues(const RegistryKey &key) const
 {
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestRead);
     return merged(key, [&deadline](const Place &place) {
-        return place.file->enumerateValues(place.path, deadline);
+        return place.file->enumerateValues(place.path, place.file->forRead(deadline));
     });
 }
 
 RegistryResult<QStringList> LayeredRegistry::enumerateKeys(const RegistryKey &key) const
 {
-    const Deadline deadline(LongestWait);
+    const Deadline deadline(LongestRead);
     return merged(key, [&deadline](const Place &place) {
-        return place.file->enumerateKeys(place.path, deadline);
+        return place.file->enumerateKeys(place.path, place.file->forRead(deadline));
     });
 }
 

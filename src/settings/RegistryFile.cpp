@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 #include <sqlite3.h>
 
@@ -18,6 +19,16 @@ using Status = RegistryStatus;
 using Deadline = QDeadlineTimer;
 
 constexpr int MostDamagedFiles = 10000;
+
+/// How long a file counts as busy that could not be read.
+constexpr std::chrono::seconds BusyTime{5};
+/// What a read of such a file may take: enough where nobody is in the way any more.
+constexpr std::chrono::milliseconds Glance{25};
+
+qint64 timeOf(const Deadline &deadline)
+{
+    return deadline.deadline();
+}
 
 /// The database, and what stands beside it while it is written.
 constexpr std::array<QLatin1String, 4> Parts{QLatin1String(""), QLatin1String("-journal"),
@@ -73,6 +84,12 @@ bool exists(const QString &path)
 RegistryFile::RegistryFile(const QString &path, StoreFiles::Audience audience)
     : m_path(path), m_audience(audience)
 {
+}
+
+Deadline RegistryFile::forRead(const Deadline &deadline) const
+{
+    const bool isBusy = timeOf(Deadline::current()) < m_busyUntil;
+    return isBusy ? std::min(deadline, Deadline(Glance)) : deadline;
 }
 
 Status RegistryFile::openKey(const RegistryPath &path, const Deadline &deadline) const
@@ -147,6 +164,13 @@ RegistryResult<QStringList> RegistryFile::enumerateKeys(const RegistryPath &path
 
 Status RegistryFile::read(const Deadline &deadline, const Work &work) const
 {
+    const auto status = tryRead(deadline, work);
+    m_busyUntil = status == Status::Busy ? timeOf(Deadline(BusyTime)) : 0;
+    return status;
+}
+
+Status RegistryFile::tryRead(const Deadline &deadline, const Work &work) const
+{
     try {
         return transact(Access::Read, deadline, work);
     } catch (const SqliteError &error) {
@@ -173,14 +197,16 @@ Status RegistryFile::write(const Deadline &deadline, const Work &work) const
         return made == Status::Done ? transact(Access::Write, deadline, work) : made;
     };
     return locked(deadline, [&] {
+        const char *damage = nullptr;
         try {
             return attempt();
         } catch (const SqliteError &error) {
             if (statusOf(error) != Status::Damaged)
                 throw;
+            damage = sqlite3_errstr(error.code);
         }
         // Nobody else writes now, so this is the same damaged file still.
-        return setAside() ? attempt() : Status::Failed;
+        return setAside(damage) ? attempt() : Status::Failed;
     });
 }
 
@@ -224,23 +250,33 @@ Status RegistryFile::makeFile() const
     if (exists(m_path))
         return Status::Done;
     if (std::ranges::any_of(Parts, [this](auto part) { return exists(m_path + part); }) &&
-        !setAside())
+        !setAside("the database itself is gone"))
         return Status::Failed;
     return StoreFiles::makeFile(m_path, m_audience) ? Status::Done : Status::Denied;
 }
 
 /// The file goes first: beside a new and empty one, what is left of it counts for nothing.
-bool RegistryFile::setAside() const
+bool RegistryFile::setAside(const char *reason) const
+{
+    const auto name = nameForDamaged();
+    const bool done = !name.isEmpty() && std::ranges::all_of(Parts, [&](auto part) {
+        return !exists(m_path + part) || StoreFiles::rename(m_path + part, name + part);
+    });
+    qWarning("The settings in %s %s \"%s\": %s", qUtf8Printable(m_path),
+             done ? "were set aside as" : "could not be set aside as", qUtf8Printable(name),
+             reason);
+    return done;
+}
+
+/// @return empty when every name is taken.
+QString RegistryFile::nameForDamaged() const
 {
     for (auto number = 1; number <= MostDamagedFiles; ++number) {
         const auto name = m_path + QStringLiteral(".damaged-%1").arg(number);
-        if (std::ranges::any_of(Parts, [&name](auto part) { return exists(name + part); }))
-            continue;
-        return std::ranges::all_of(Parts, [&](auto part) {
-            return !exists(m_path + part) || StoreFiles::rename(m_path + part, name + part);
-        });
+        if (std::ranges::none_of(Parts, [&name](auto part) { return exists(name + part); }))
+            return name;
     }
-    return false;
+    return {};
 }
 
 } // namespace Quorlin

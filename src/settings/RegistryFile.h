@@ -7,6 +7,7 @@
 
 #include <QDeadlineTimer>
 
+#include <atomic>
 #include <functional>
 
 namespace Quorlin {
@@ -24,6 +25,10 @@ class RegistryFile
 public:
     /// @param path the file, absolute; its folder is made with it.
     RegistryFile(const QString &path, StoreFiles::Audience audience);
+
+    /// The deadline for a read that somebody waits for: the one that is given, but hardly any time
+    /// for some seconds after a read that ended as Busy.
+    [[nodiscard]] QDeadlineTimer forRead(const QDeadlineTimer &deadline) const;
 
     // As in RegistryStore; every operation ends when the deadline has passed.
     [[nodiscard]] RegistryStatus openKey(const RegistryPath &path,
@@ -49,6 +54,7 @@ private:
     using Work = std::function<RegistryStatus(RegistryTables &)>;
 
     [[nodiscard]] RegistryStatus read(const QDeadlineTimer &deadline, const Work &work) const;
+    [[nodiscard]] RegistryStatus tryRead(const QDeadlineTimer &deadline, const Work &work) const;
     [[nodiscard]] RegistryStatus change(const QDeadlineTimer &deadline, const Work &work) const;
     [[nodiscard]] RegistryStatus write(const QDeadlineTimer &deadline, const Work &work) const;
     [[nodiscard]] RegistryStatus locked(const QDeadlineTimer &deadline,
@@ -56,10 +62,12 @@ private:
     [[nodiscard]] RegistryStatus transact(Access access, const QDeadlineTimer &deadline,
                                           const Work &work) const;
     [[nodiscard]] RegistryStatus makeFile() const;
-    [[nodiscard]] bool setAside() const;
+    [[nodiscard]] bool setAside(const char *reason) const;
+    [[nodiscard]] QString nameForDamaged() const;
 
     QString m_path;
     StoreFiles::Audience m_audience;
+    mutable std::atomic<qint64> m_busyUntil = 0; // by the clock of QDeadlineTimer
 };
 
 } // namespace Quorlin

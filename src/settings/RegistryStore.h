@@ -46,8 +46,10 @@ struct RegistryKey
 /// The registry of a system. Keys and values are found without regard to case and keep the case
 /// in which they were made.
 ///
-/// No operation keeps anything open when it returns, none takes much longer than two seconds, and
-/// what was reported as Done is on the disk. Nothing is thrown.
+/// No operation keeps anything open when it returns, and what was reported as Done is on the disk.
+/// One that finds somebody else at work gives up: a write after about two seconds, a read after a
+/// quarter of one, and almost at once while the last read of the same store was Busy. A slow
+/// disk can hold up any of them for longer. Nothing is thrown.
 class RegistryStore
 {
 public:

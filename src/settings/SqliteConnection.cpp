@@ -49,8 +49,8 @@ void SqliteConnection::harden()
     sqlite3_limit(m_connection, SQLITE_LIMIT_ATTACHED, 0);
 }
 
-/// Without a file of its own beside the database, a transaction survives the loss of power only
-/// when the folder is written too: EXTRA.
+/// The commit is the removal of the journal, and that removal is safe only once the folder is on
+/// the disk: EXTRA.
 void SqliteConnection::begin()
 {
     run("PRAGMA temp_store = MEMORY");

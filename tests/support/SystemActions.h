@@ -40,6 +40,9 @@ void interrupt(qint64 process);
 /// Sets the permission bits that this process's new files do not get, and returns the earlier.
 int setFileMask(int mask);
 
+/// True while somebody else has locked a byte of a file.
+[[nodiscard]] bool isLocked(const QString &path, qint64 byte);
+
 } // namespace SystemActions
 
 /// While it lives, this process has no more rights than an ordinary user: what the

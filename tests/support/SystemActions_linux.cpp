@@ -6,6 +6,7 @@
 
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -94,6 +95,21 @@ int modeOf(const QString &path)
 int setFileMask(int mask)
 {
     return static_cast<int>(::umask(static_cast<mode_t>(mask)));
+}
+
+bool isLocked(const QString &path, qint64 byte)
+{
+    const auto handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = byte;
+    lock.l_len = 1;
+    const bool known = ::fcntl(handle, F_OFD_GETLK, &lock) == 0;
+    ::close(handle);
+    return known && lock.l_type != F_UNLCK;
 }
 
 } // namespace SystemActions

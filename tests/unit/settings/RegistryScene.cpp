@@ -1,5 +1,6 @@
 #include "RegistryScene.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -34,6 +35,38 @@ QString RegistryScene::machineFile() const
     return m_folder.path("machine/quorlin/registry.db");
 }
 
+RegistryKey RegistryScene::key()
+{
+    return {RegistryRoot::CurrentUser, QStringLiteral("A")};
+}
+
+RegistryStatus RegistryScene::set(const QByteArray &value) const
+{
+    return m_store->setValue(key(), {}, {RegistryType::Text, value});
+}
+
+RegistryStatus RegistryScene::get() const
+{
+    return m_store->queryValue(key(), {}).status;
+}
+
+void RegistryScene::fill() const
+{
+    for (auto number = 0; number < 30; ++number)
+        write(RegistryRoot::CurrentUser, "A", QByteArray::number(number),
+              QString(500, QLatin1Char('x')));
+}
+
+void RegistryScene::plant(const QByteArray &bytes) const
+{
+    m_folder.write("user/quorlin/registry.db", bytes);
+}
+
+QString RegistryScene::damaged(int number) const
+{
+    return userFile() + QStringLiteral(".damaged-%1").arg(number);
+}
+
 void RegistryScene::admitOrdinaryUser() const
 {
     constexpr auto readable = QFile::Permissions(0x5555);
@@ -61,8 +94,11 @@ void RegistryScene::write(quint32 root, const char *path, const char *name,
 
 std::optional<QString> RegistryScene::read(quint32 root, const char *path, const char *name) const
 {
-    const auto found =
-        m_store->queryValue({root, QString::fromUtf8(path)}, QString::fromUtf8(name));
+    const QDeadlineTimer deadline(60000);
+    RegistryResult<RegistryValue> found;
+    do {
+        found = m_store->queryValue({root, QString::fromUtf8(path)}, QString::fromUtf8(name));
+    } while (found.status == RegistryStatus::Busy && !deadline.hasExpired());
     return found.status == RegistryStatus::Done
                ? std::optional(QString::fromUtf8(found.result.data))
                : std::nullopt;

@@ -17,12 +17,27 @@ namespace Quorlin {
 class RegistryScene
 {
 public:
+    /// What an operation may take that waits for somebody else, in milliseconds.
+    static constexpr qint64 Bound = 4000;
+
     RegistryScene();
 
     [[nodiscard]] std::shared_ptr<RegistryStore> store() const { return m_store; }
     [[nodiscard]] const TestFolder &folder() const { return m_folder; }
     [[nodiscard]] QString userFile() const;
     [[nodiscard]] QString machineFile() const;
+
+    /// The key of the user's on which the functions below work.
+    [[nodiscard]] static RegistryKey key();
+    /// Sets the key's default value, or reads it.
+    [[nodiscard]] RegistryStatus set(const QByteArray &value = "new") const;
+    [[nodiscard]] RegistryStatus get() const;
+    /// Gives the key so many values that pages of the database can be spoilt.
+    void fill() const;
+    /// Puts bytes in the place of the user's file.
+    void plant(const QByteArray &bytes) const;
+    /// The name that a damaged file of the user's gets.
+    [[nodiscard]] QString damaged(int number) const;
 
     /// Lets an ordinary user reach the folder and write in the place of the user's file, and
     /// there alone, even when this process is one.
@@ -32,7 +47,7 @@ public:
 
     /// Writes a text as the default value, or the one that is named.
     void write(quint32 root, const char *path, const char *name, const QString &text) const;
-    /// A text; nothing when there is no such value.
+    /// A text; nothing when there is no such value. Asks again while others are at work.
     [[nodiscard]] std::optional<QString> read(quint32 root, const char *path,
                                               const char *name = "") const;
 

@@ -4,13 +4,12 @@
 #include "RegistryScene.h"
 #include "support/SystemActions.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
 
 #include <memory>
+#include <vector>
 
 using namespace Quorlin;
 
@@ -114,6 +113,7 @@ void tst_registry_processes::aKilledWriterLosesNothingThatItReported()
     constexpr auto rounds = 12;
     const RegistryScene scene;
     std::vector<std::unique_ptr<Writer>> killed;
+    QStringList moments;
     Writer other(scene, QStringLiteral("other"), 0, 100000);
     for (auto round = 0; round < rounds; ++round) {
         const auto name = QStringLiteral("killed in round %1").arg(round);
@@ -126,18 +126,22 @@ void tst_registry_processes::aKilledWriterLosesNothingThatItReported()
         for (auto spin = 0; spin < moment % 1000; ++spin)
             static_cast<void>(writer.written());
         writer.kill();
-        QVERIFY(writer.ended());
-        QCOMPARE(writer.lost(scene), QStringList());
+        const auto when = QStringLiteral("killed at the moment %1").arg(moment);
+        QVERIFY2(writer.ended(), qPrintable(when));
+        const auto lost = writer.lost(scene);
+        QVERIFY2(lost.isEmpty(), qPrintable(when + QStringLiteral(", lost ") + lost.join(u'|')));
+        moments.append(QString::number(moment));
     }
     const auto before = other.written();
     QTRY_VERIFY_WITH_TIMEOUT(other.written() > before, Timeout);
     other.kill();
     QVERIFY(other.ended());
     QCOMPARE(other.lost(scene), QStringList());
+    const auto when = QStringLiteral("killed at the moments ") + moments.join(u' ');
     for (const auto &writer : killed)
-        QCOMPARE(writer->lost(scene), QStringList());
-    QCOMPARE(damagedFiles(scene), QString());
-    QVERIFY(isWhole(scene.userFile()));
+        QVERIFY2(writer->lost(scene).isEmpty(), qPrintable(when));
+    QVERIFY2(damagedFiles(scene).isEmpty(), qPrintable(when));
+    QVERIFY2(isWhole(scene.userFile()), qPrintable(when));
     scene.write(RegistryRoot::CurrentUser, Key, "last", QStringLiteral("more"));
 }
 
@@ -148,7 +152,7 @@ void tst_registry_processes::twoProcessesSetADamagedFileAsideOnce()
     for (auto round = 0; round < 3; ++round) {
         const RegistryScene scene;
         const QByteArray bytes(5000, 'x');
-        scene.folder().write("user/quorlin/registry.db", bytes);
+        scene.plant(bytes);
         Writer first(scene, QStringLiteral("first"), 0, count);
         Writer second(scene, QStringLiteral("second"), 0, count);
         QVERIFY(first.ended() && second.ended());
@@ -156,7 +160,7 @@ void tst_registry_processes::twoProcessesSetADamagedFileAsideOnce()
         QCOMPARE(second.lost(scene), QStringList());
         QCOMPARE(first.written() + second.written(), 2 * count);
         QCOMPARE(damagedFiles(scene), QStringLiteral("registry.db.damaged-1"));
-        QCOMPARE(contentOf(scene.userFile() + QStringLiteral(".damaged-1")), bytes);
+        QCOMPARE(contentOf(scene.damaged(1)), bytes);
     }
 }
 
