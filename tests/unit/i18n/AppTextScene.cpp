@@ -10,7 +10,7 @@ using namespace Quorlin;
 void AppTextScene::begin()
 {
     m_folder = std::make_unique<TestFolder>();
-    m_messages = std::make_unique<RecordedMessages>();
+    m_messages = std::make_unique<KeptMessages>();
     AppText::Initialise(m_folder->path(), *m_messages);
     AppText::LoadDefaultTexts();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LanguageText.h"
-#include "RecordedMessages.h"
+#include "support/KeptMessages.h"
 #include "support/TestFolder.h"
 
 #include <memory>
@@ -14,7 +14,7 @@ public:
     void end();
 
     [[nodiscard]] Quorlin::TestFolder &folder() { return *m_folder; }
-    [[nodiscard]] RecordedMessages &messages() { return *m_messages; }
+    [[nodiscard]] Quorlin::KeptMessages &messages() { return *m_messages; }
 
     /// Writes a file into the folder of languages. The name is UTF-8.
     void write(const char *name, const QByteArray &bytes);
@@ -31,5 +31,5 @@ public:
 
 private:
     std::unique_ptr<Quorlin::TestFolder> m_folder;
-    std::unique_ptr<RecordedMessages> m_messages;
+    std::unique_ptr<Quorlin::KeptMessages> m_messages;
 };

@@ -1,9 +1,9 @@
 #include "i18n/AppText.h"
 
-#include "RecordedMessages.h"
 #include "i18n/TextRow.h"
 #include "settings/IniFile.h"
 #include "settings/Windows1252.h"
+#include "support/KeptMessages.h"
 #include "support/TestFolder.h"
 
 #include <QFile>
@@ -111,7 +111,7 @@ void tst_languagefiles::languages()
 
 void tst_languagefiles::theThreeLanguagesAreThere()
 {
-    RecordedMessages messages;
+    KeptMessages messages;
     AppText::Initialise(DataFolder, messages);
     auto list = AppText::GetLanguageList();
     list.sort();
@@ -131,7 +131,7 @@ void tst_languagefiles::liesBesideTheProgramsUnchanged()
 void tst_languagefiles::loadsWithoutMessage()
 {
     QFETCH(QString, language);
-    RecordedMessages messages;
+    KeptMessages messages;
     AppText::Initialise(DataFolder, messages);
     AppText::LoadLanguage(language);
     QVERIFY(messages.all().isEmpty());
@@ -172,7 +172,7 @@ void tst_languagefiles::hasExactlyTheKeysOfTheTableInOrder()
 void tst_languagefiles::hasTheQualitiesOfTheSettings()
 {
     QFETCH(QString, language);
-    RecordedMessages messages;
+    KeptMessages messages;
     AppText::Initialise(DataFolder, messages);
     AppText::LoadLanguage(language);
     QStringList keys;

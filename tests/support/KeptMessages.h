@@ -3,21 +3,25 @@
 #include "winsupport/MessageService.h"
 
 #include <QList>
+#include <QString>
 
 #include <functional>
+#include <utility>
+
+namespace Quorlin {
 
 /// Keeps messages instead of showing them.
-class RecordedMessages : public Quorlin::MessageService
+class KeptMessages : public MessageService
 {
 public:
     struct Message
     {
         QString text;
-        Quorlin::MessageStyle style;
+        MessageStyle style;
         QString title;
     };
 
-    void show(const QString &text, Quorlin::MessageStyle style, const QString &title) override
+    void show(const QString &text, MessageStyle style, const QString &title) override
     {
         m_all.append({text, style, title});
         if (m_whileShown)
@@ -25,6 +29,7 @@ public:
     }
 
     [[nodiscard]] const QList<Message> &all() const { return m_all; }
+    void clear() { m_all.clear(); }
     /// Called while a message is on the screen.
     void setWhileShown(std::function<void()> call) { m_whileShown = std::move(call); }
 
@@ -32,3 +37,5 @@ private:
     QList<Message> m_all;
     std::function<void()> m_whileShown;
 };
+
+} // namespace Quorlin
