@@ -50,6 +50,7 @@ void apply(const SkinLook &look, QWidget &window)
         label->TextColor(ColorValue::stored(look.colour(LookColour::Text)));
         label->DisabledTextColor(ColorValue::stored(look.colour(LookColour::DisabledText)));
         label->Font(window.font());
+        label->CornerRadius(look.corners());
     }
 }
 

@@ -9,7 +9,6 @@ namespace Quorlin {
 
 namespace {
 
-constexpr qreal Corner = 5;
 constexpr int ArrowRoom = 28;
 constexpr int ScrollBarWidth = 10;
 /// Above and below the text of a list's entry, together.
@@ -96,7 +95,8 @@ void SkinStyle::drawCheckBox(const QStyleOption &option, QPainter &painter) cons
     const auto width = side / 18.0 * 1.4;
     painter.setPen(QPen(line, width));
     painter.setBrush(fill);
-    painter.drawRoundedRect(edgeOf(square, width), side * 0.22, side * 0.22);
+    const auto radius = std::min<qreal>(m_look.corners(), side * 0.22);
+    painter.drawRoundedRect(edgeOf(square, width), radius, radius);
     if (isOn) {
         QPolygonF tick{{0.26, 0.53}, {0.43, 0.69}, {0.75, 0.33}};
         for (auto &point : tick)
@@ -119,7 +119,7 @@ void SkinStyle::drawEntry(const QStyleOption &option, QPainter &painter) const
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_look.colour(isSelected ? LookColour::Selection : LookColour::Hover));
-    painter.drawRoundedRect(option.rect, Corner, Corner);
+    painter.drawRoundedRect(option.rect, m_look.corners() * 0.75, m_look.corners() * 0.75);
     painter.restore();
 }
 
@@ -129,7 +129,7 @@ void SkinStyle::drawFocusRing(const QRect &rect, QPainter &painter) const
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(m_look.colour(LookColour::Focus), 2));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(edgeOf(rect, 2), Corner, Corner);
+    painter.drawRoundedRect(edgeOf(rect, 2), m_look.corners(), m_look.corners());
     painter.restore();
 }
 
@@ -177,7 +177,9 @@ void SkinStyle::drawChoice(const QStyleOptionComplex &option, QPainter &painter)
     else if (isEnabled && has(option, State_MouseOver))
         fill = blended(m_look.colour(LookColour::Hover), fill);
     const auto hasFocus = isEnabled && has(option, State_HasFocus);
-    const auto width = hasFocus ? 2.0 : 1.0;
+    // Bold letters go with bold lines.
+    const auto weight = m_look.isBold() ? 2.0 : 1.0;
+    const auto width = weight * (hasFocus ? 1.6 : 1.0);
 
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -185,11 +187,11 @@ void SkinStyle::drawChoice(const QStyleOptionComplex &option, QPainter &painter)
     painter.setPen(
         QPen(m_look.colour(hasFocus ? LookColour::Focus : LookColour::FieldBorder), width));
     painter.setBrush(fill);
-    painter.drawRoundedRect(edgeOf(option.rect, width), Corner + 1, Corner + 1);
+    painter.drawRoundedRect(edgeOf(option.rect, width), m_look.corners(), m_look.corners());
 
     const QPointF middle(option.rect.right() - ArrowRoom / 2.0, option.rect.center().y() + 1);
-    painter.setPen(QPen(m_look.colour(LookColour::FieldText), 1.8, Qt::SolidLine, Qt::RoundCap,
-                        Qt::RoundJoin));
+    painter.setPen(QPen(m_look.colour(LookColour::FieldText), 1.8 * weight, Qt::SolidLine,
+                        Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawPolyline(
         QPolygonF{middle + QPointF(-4.5, -2), middle + QPointF(0, 2.5), middle + QPointF(4.5, -2)});

@@ -120,6 +120,7 @@ LabelFace KelLabel::face() const
     if (Clickable() && isEnabled())
         face.tint = isHeld() ? HeldTint : underMouse() ? HoverTint : 0;
     face.hasFocusRing = Clickable() && hasFocus();
+    face.cornerRadius = m_cornerRadius;
     return face;
 }
 

@@ -50,6 +50,8 @@ class KelLabel : public LabelSurface
     Q_PROPERTY(bool WordWrap READ WordWrap WRITE WordWrap)
     /// Text of a disabled label; ColorValue::Computed lets the background shine through the text.
     Q_PROPERTY(quint32 DisabledTextColor READ DisabledTextColor WRITE DisabledTextColor)
+    /// Of the look under the mouse and of the focus ring; 0 for square ones.
+    Q_PROPERTY(qint32 CornerRadius READ CornerRadius WRITE CornerRadius)
 
 public:
     explicit KelLabel(QWidget *parent = nullptr);
@@ -85,6 +87,8 @@ public:
     void WordWrap(bool value) { store(m_wordWrap, value); }
     [[nodiscard]] quint32 DisabledTextColor() const { return m_disabledTextColor; }
     void DisabledTextColor(quint32 value) { store(m_disabledTextColor, value); }
+    [[nodiscard]] qint32 CornerRadius() const { return m_cornerRadius; }
+    void CornerRadius(qint32 value) { store(m_cornerRadius, value); }
 
     /// The handle of a window of the label's own, made by the first call.
     [[nodiscard]] WId hWnd() const { return winId(); }
@@ -140,6 +144,7 @@ private:
     qint32 m_verticalAlignment = 0;
     bool m_wordWrap = false;
     quint32 m_disabledTextColor = ColorValue::Computed;
+    qint32 m_cornerRadius = 0;
 
     LabelText m_text;
     FaceSaver m_saver;

@@ -12,6 +12,8 @@ namespace Quorlin {
 
 namespace {
 
+constexpr qreal RoundRingWidth = 2;
+
 LineAlignment lineAlignment(qint32 alignment)
 {
     if (alignment == 0)
@@ -74,11 +76,8 @@ void LabelFace::draw(QPainter &painter) const
     const QRect all(QPoint(), size);
     if (backColor.isValid())
         DevicePixels::fill(painter, all, backColor);
-    if (tint > 0) {
-        auto layer = textColor;
-        layer.setAlpha(tint);
-        DevicePixels::fill(painter, all, layer);
-    }
+    if (tint > 0)
+        drawTint(painter);
     drawText(painter);
     drawBorder(painter);
     if (hasFocusRing)
@@ -105,11 +104,38 @@ void LabelFace::drawBorder(QPainter &painter) const
     DevicePixels::frame(painter, QRect(QPoint(), size), borderWidth(), borderColor, lit);
 }
 
+void LabelFace::drawTint(QPainter &painter) const
+{
+    auto layer = textColor;
+    layer.setAlpha(tint);
+    if (cornerRadius > 0)
+        drawRound(painter, Qt::NoPen, layer);
+    else
+        DevicePixels::fill(painter, QRect(QPoint(), size), layer);
+}
+
 void LabelFace::drawFocusRing(QPainter &painter) const
 {
+    if (cornerRadius > 0) {
+        drawRound(painter, QPen(textColor, RoundRingWidth), Qt::NoBrush);
+        return;
+    }
     const auto margin = borderWidth();
     const auto ring = QRect(QPoint(), size).adjusted(margin, margin, -margin, -margin);
     DevicePixels::frame(painter, ring, 1, textColor, textColor);
+}
+
+/// The outline lies inside the label.
+void LabelFace::drawRound(QPainter &painter, const QPen &pen, const QBrush &brush) const
+{
+    const auto inset = pen.style() == Qt::NoPen ? 0 : pen.widthF() / 2;
+    const auto outline = QRectF(QPointF(), size).adjusted(inset, inset, -inset, -inset);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(pen);
+    painter.setBrush(brush);
+    painter.drawRoundedRect(outline, cornerRadius, cornerRadius);
+    painter.restore();
 }
 
 } // namespace Quorlin

@@ -36,6 +36,8 @@ struct LabelFace
     /// the mouse or held down.
     int tint = 0;
     bool hasFocusRing = false;
+    /// Of the tint and the focus ring, which then is two pixels wide; 0 for square ones.
+    int cornerRadius = 0;
 
     /// How wide a border of this kind is on each side: 1 when flat, 2 when sunken.
     [[nodiscard]] int borderWidth() const;
@@ -55,7 +57,9 @@ struct LabelFace
 private:
     void drawText(QPainter &painter) const;
     void drawBorder(QPainter &painter) const;
+    void drawTint(QPainter &painter) const;
     void drawFocusRing(QPainter &painter) const;
+    void drawRound(QPainter &painter, const QPen &pen, const QBrush &brush) const;
 };
 
 } // namespace Quorlin
