@@ -4,6 +4,7 @@
 #include "winsupport/TextSource.h"
 #include "winsupport/clsKelCopyFile.h"
 
+#include "support/KeptMessages.h"
 #include "support/TestFolder.h"
 
 #include <QFile>
@@ -13,24 +14,6 @@
 using namespace Quorlin;
 
 namespace {
-
-struct Message
-{
-    QString text;
-    MessageStyle style;
-    QString title;
-};
-
-class KeptMessages : public MessageService
-{
-public:
-    void show(const QString &text, MessageStyle style, const QString &title) override
-    {
-        kept.append({text, style, title});
-    }
-
-    QList<Message> kept;
-};
 
 class EnglishTexts : public TextSource
 {
@@ -82,7 +65,7 @@ private:
 void TestResultDelivery::init()
 {
     m_folder = std::make_unique<TestFolder>();
-    m_messages.kept.clear();
+    m_messages.clear();
     m_opened.clear();
 }
 
@@ -125,7 +108,7 @@ void TestResultDelivery::copiesOpensAndRemovesTheTemporaryFile()
     QCOMPARE(contentOf(target), QByteArray("new"));
     QVERIFY(!QFile::exists(temporary));
     QCOMPARE(m_opened, QStringList{target});
-    QVERIFY(m_messages.kept.isEmpty());
+    QVERIFY(m_messages.all().isEmpty());
 }
 
 void TestResultDelivery::opensNothingUnlessAsked()
@@ -179,7 +162,7 @@ void TestResultDelivery::takesAProtectedOldFileAsTheResultAndOpensItWithoutAMess
     QVERIFY(outcome.delivered);
     QCOMPARE(contentOf(target), QByteArray("old"));
     QCOMPARE(m_opened, QStringList{target});
-    QVERIFY(m_messages.kept.isEmpty());
+    QVERIFY(m_messages.all().isEmpty());
     QVERIFY(!QFile::exists(temporary));
 }
 
@@ -196,12 +179,12 @@ void TestResultDelivery::tellsThatTheFileCannotBeCopied()
     const auto target = m_folder->path("r.pdf");
     const auto outcome = delivery().deliver(m_folder->path("vanished.pdf"), target, true);
     QVERIFY(!outcome.delivered);
-    QCOMPARE(m_messages.kept.size(), 1);
+    QCOMPARE(m_messages.all().size(), 1);
     // No space before the second part.
-    QCOMPARE(m_messages.kept.first().text,
+    QCOMPARE(m_messages.all().first().text,
              QStringLiteral("Can't copy the file in ") + target + QStringLiteral("."));
-    QCOMPARE(m_messages.kept.first().style, MessageStyle::Critical);
-    QCOMPARE(m_messages.kept.first().title, QStringLiteral("Error"));
+    QCOMPARE(m_messages.all().first().style, MessageStyle::Critical);
+    QCOMPARE(m_messages.all().first().title, QStringLiteral("Error"));
     QVERIFY(m_opened.isEmpty());
 }
 
@@ -209,14 +192,14 @@ void TestResultDelivery::tellsItWhenTheFolderIsGone()
 {
     const auto temporary = m_folder->write("0.pdf", "new");
     QVERIFY(!delivery().deliver(temporary, m_folder->path("gone/r.pdf"), true).delivered);
-    QCOMPARE(m_messages.kept.size(), 1);
+    QCOMPARE(m_messages.all().size(), 1);
 }
 
 void TestResultDelivery::tellsItWhenAFolderHasTheName()
 {
     const auto folder = m_folder->makeFolder("r.pdf");
     QVERIFY(!delivery().deliver(m_folder->write("0.pdf", "new"), folder, true).delivered);
-    QCOMPARE(m_messages.kept.size(), 1);
+    QCOMPARE(m_messages.all().size(), 1);
     QVERIFY(m_opened.isEmpty());
 }
 
