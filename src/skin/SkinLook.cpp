@@ -41,6 +41,7 @@ constexpr std::array Rows{
     LookColourRow{LookColour::ProgressDoneText, "ProgressDoneTextColor"_l, 0xFFFFFFFF},
     LookColourRow{LookColour::Menu, "MenuColor"_l, 0xFFFFFFFF},
     LookColourRow{LookColour::MenuText, "MenuTextColor"_l, 0xFF1B1F27},
+    LookColourRow{LookColour::Veil, "VeilColor"_l, 0xFFF0F2F5},
 };
 
 constexpr bool areInOrder()

@@ -35,6 +35,7 @@ enum class LookColour {
     ProgressDoneText,
     Menu,
     MenuText,
+    Veil,
 };
 
 /// A colour's key in the group "Look" and its value in the built-in layout.
@@ -80,7 +81,7 @@ public:
     [[nodiscard]] bool operator==(const SkinLook &other) const = default;
 
 private:
-    static constexpr std::size_t ColourCount = 23;
+    static constexpr std::size_t ColourCount = 24;
 
     std::array<QRgb, ColourCount> m_colours{};
     int m_fontSize = BuiltInFont;

@@ -26,7 +26,7 @@ QStringList storedNames()
 
 } // namespace
 
-KelLabel::KelLabel(QWidget *parent) : LabelSurface(parent)
+KelLabel::KelLabel(QWidget *parent) : LabelStates(parent)
 {
     ControlsAccessible::install();
 }
@@ -114,31 +114,23 @@ LabelFace KelLabel::face() const
     if (m_borderStyle == 1)
         face.border = m_appearance == 0 ? LabelFace::Border::Flat : LabelFace::Border::Sunken;
     face.borderColor = ColorValue::resolved(m_borderColor);
-    face.textColor = currentTextColor();
+    face.textColor = currentTextColor(m_textColor);
     if (m_backStyle == 1)
         face.backColor = ColorValue::resolved(m_backColor);
     if (Clickable() && isEnabled())
         face.tint = isHeld() ? HeldTint : underMouse() ? HoverTint : 0;
+    face.veil = currentVeil();
     face.hasFocusRing = Clickable() && hasFocus();
-    face.cornerRadius = m_cornerRadius;
+    face.focusColor = currentFocusColor(m_textColor);
+    face.cornerRadius = CornerRadius();
     return face;
-}
-
-QColor KelLabel::currentTextColor() const
-{
-    if (!isEnabled() && m_disabledTextColor != ColorValue::Computed)
-        return ColorValue::resolved(m_disabledTextColor);
-    auto color = ColorValue::resolved(m_textColor);
-    if (!isEnabled())
-        color.setAlphaF(0.5F);
-    return color;
 }
 
 bool KelLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty())
         return showToolTip(*static_cast<QHelpEvent *>(event));
-    return LabelSurface::event(event);
+    return LabelStates::event(event);
 }
 
 /// Tells the whole of a text that has no room.
@@ -155,7 +147,7 @@ bool KelLabel::showToolTip(const QHelpEvent &event)
 
 void KelLabel::changeEvent(QEvent *event)
 {
-    LabelSurface::changeEvent(event);
+    LabelStates::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         fitToText();
 }
@@ -172,7 +164,7 @@ void KelLabel::paintEvent(QPaintEvent *)
 
 void KelLabel::resizeEvent(QResizeEvent *event)
 {
-    LabelSurface::resizeEvent(event);
+    LabelStates::resizeEvent(event);
     if (m_autoSize)
         resize(face().fittingSize());
 }

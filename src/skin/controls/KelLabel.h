@@ -2,7 +2,7 @@
 
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/FaceSaver.h"
-#include "skin/controls/LabelSurface.h"
+#include "skin/controls/LabelStates.h"
 #include "skin/controls/LabelText.h"
 
 #include <QFont>
@@ -16,15 +16,15 @@ namespace Quorlin {
 /// A label that draws its text itself, so that it can lie over the pictures of a skin.
 ///
 /// Every property has two accessors of its name; a new value is redrawn, the old one again does
-/// nothing. The first fourteen properties, in this order, are those that a form keeps. Colours
-/// are those of ColorValue, lengths device-independent pixels.
+/// nothing. The fourteen properties of this class, in this order, are those that a form keeps.
+/// Colours are those of ColorValue, lengths device-independent pixels.
 ///
 /// A new label is enabled, takes mnemonics, is transparent, has no border, and uses the
 /// system's colours of buttons.
 ///
 /// A text without room ends in an ellipsis and is told in full as a tool tip. With `BackStyle` 1
 /// the label's picture is also saved as "c:\temp\test1.bmp" (see drivePath and FaceSaver).
-class KelLabel : public LabelSurface
+class KelLabel : public LabelStates
 {
     Q_OBJECT
     /// 0 left, 1 right, anything else centre.
@@ -48,10 +48,6 @@ class KelLabel : public LabelSurface
     /// 0 top, 1 bottom, anything else centre.
     Q_PROPERTY(qint32 VerticalAlignment READ VerticalAlignment WRITE VerticalAlignment)
     Q_PROPERTY(bool WordWrap READ WordWrap WRITE WordWrap)
-    /// Text of a disabled label; ColorValue::Computed lets the background shine through the text.
-    Q_PROPERTY(quint32 DisabledTextColor READ DisabledTextColor WRITE DisabledTextColor)
-    /// Of the look under the mouse and of the focus ring; 0 for square ones.
-    Q_PROPERTY(qint32 CornerRadius READ CornerRadius WRITE CornerRadius)
 
 public:
     explicit KelLabel(QWidget *parent = nullptr);
@@ -85,15 +81,10 @@ public:
     void VerticalAlignment(qint32 value) { store(m_verticalAlignment, value); }
     [[nodiscard]] bool WordWrap() const { return m_wordWrap; }
     void WordWrap(bool value) { store(m_wordWrap, value); }
-    [[nodiscard]] quint32 DisabledTextColor() const { return m_disabledTextColor; }
-    void DisabledTextColor(quint32 value) { store(m_disabledTextColor, value); }
-    [[nodiscard]] qint32 CornerRadius() const { return m_cornerRadius; }
-    void CornerRadius(qint32 value) { store(m_cornerRadius, value); }
 
     /// The handle of a window of the label's own, made by the first call.
     [[nodiscard]] WId hWnd() const { return winId(); }
-    /// Redraws the label.
-    void Refresh();
+    void Refresh() override;
 
     /// Takes the properties that a form keeps. One that is missing or of a wrong kind becomes
     /// empty: 0, an empty text, false, the font of the surroundings.
@@ -118,17 +109,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    template <typename T>
-    void store(T &member, T value)
-    {
-        if (member == value)
-            return;
-        member = value;
-        Refresh();
-    }
     void retext();
     void fitToText();
-    [[nodiscard]] QColor currentTextColor() const;
     [[nodiscard]] bool showToolTip(const QHelpEvent &event);
 
     qint32 m_alignment = 0;
@@ -143,8 +125,6 @@ private:
     bool m_useMnemonic = true;
     qint32 m_verticalAlignment = 0;
     bool m_wordWrap = false;
-    quint32 m_disabledTextColor = ColorValue::Computed;
-    qint32 m_cornerRadius = 0;
 
     LabelText m_text;
     FaceSaver m_saver;

@@ -183,6 +183,12 @@ void KelProgressBar::TextColor(quint32 value)
     applyColors();
 }
 
+void KelProgressBar::DoneTextColor(quint32 value)
+{
+    m_doneTextColor = value;
+    applyColors();
+}
+
 void KelProgressBar::Refresh()
 {
     layOutBar();
@@ -199,9 +205,7 @@ void KelProgressBar::readProperties(const QVariantMap &bag)
     m_value = m_min;
     auto isNumber = false;
     const auto stored = bag.value(value).toInt(&isNumber);
-    Value(m_min);
-    if (isNumber)
-        Value(stored);
+    Value(isNumber ? stored : m_min);
 }
 
 QVariantMap KelProgressBar::writeProperties() const
@@ -290,6 +294,9 @@ void KelProgressBar::applyColors()
     const auto isComputed = m_textColor == ColorValue::Computed;
     const auto wanted = ColorValue::resolved(isComputed ? buttonText : m_textColor);
     const auto text = isComputed ? ColorValue::readableOn(back, wanted) : wanted;
+    const auto doneText = m_doneTextColor == ColorValue::Computed
+                              ? ColorValue::readableOn(scroll, wanted)
+                              : ColorValue::resolved(m_doneTextColor);
     const auto line = ColorValue::blended(ColorValue::readableOn(back, Qt::black), back, 0.5);
 
     setColor(*this, QPalette::Window, back);
@@ -297,7 +304,7 @@ void KelProgressBar::applyColors()
                      m_appearance == 0 ? line : ColorValue::blended(line, back, 0.4));
     setColor(*m_text, QPalette::WindowText, text);
     setColor(*m_bar, QPalette::Window, scroll);
-    setColor(*m_barText, QPalette::WindowText, ColorValue::readableOn(scroll, wanted));
+    setColor(*m_barText, QPalette::WindowText, doneText);
 }
 
 } // namespace Quorlin

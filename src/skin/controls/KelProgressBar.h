@@ -12,15 +12,15 @@ namespace Quorlin {
 
 class ProgressFrame;
 
-/// A progress bar made of labels: one that is as wide as the percentage, one with the text. It
-/// draws nothing itself.
+/// A progress bar made of children: a label as wide as the percentage, the text in two labels,
+/// one of them inside the first, and a ProgressFrame. What it shows itself is its ground.
 ///
 /// Every property has two accessors of its name. The first thirteen properties, in this order,
 /// are those that a form keeps. Colours are those of ColorValue, lengths device-independent
 /// pixels. A disabled bar looks like an enabled one: it is disabled while it runs.
 ///
-/// The text stays readable where the bar passes under it: there it is shown by a second label
-/// inside the bar, in a colour that stands out from the bar.
+/// The text stays readable where the bar passes under it: there it is shown by the second label,
+/// inside the bar, in a colour that stands out from the bar or in one that was given for it.
 class KelProgressBar : public QWidget
 {
     Q_OBJECT
@@ -43,6 +43,8 @@ class KelProgressBar : public QWidget
     Q_PROPERTY(qint32 Value READ Value WRITE Value)
     /// ColorValue::Computed: the system's colour of buttons' text where it can be read.
     Q_PROPERTY(quint32 TextColor READ TextColor WRITE TextColor)
+    /// Of the text over the bar; ColorValue::Computed: the text's colour where it can be read.
+    Q_PROPERTY(quint32 DoneTextColor READ DoneTextColor WRITE DoneTextColor)
 
 public:
     explicit KelProgressBar(QWidget *parent = nullptr);
@@ -81,6 +83,8 @@ public:
     void Value(qint32 value);
     [[nodiscard]] quint32 TextColor() const { return m_textColor; }
     void TextColor(quint32 value);
+    [[nodiscard]] quint32 DoneTextColor() const { return m_doneTextColor; }
+    void DoneTextColor(quint32 value);
 
     /// The handle of a window of the bar's own, made by the first call.
     [[nodiscard]] WId hWnd() const { return winId(); }
@@ -88,7 +92,8 @@ public:
     void Refresh();
 
     /// Takes the properties that a form keeps; what is missing or of a wrong kind becomes what
-    /// it is in a new bar, and `Value` becomes `Min`.
+    /// it is in a new bar, and `Value` becomes `Min`. So does a `Value` outside; it leaves the
+    /// stored percentage as it is.
     /// @throws NumberedError as `Value` does; all other properties are set then.
     void readProperties(const QVariantMap &bag);
     /// The properties that differ from those of a new bar, and `Value` when it is not `Min`.
@@ -132,6 +137,7 @@ private:
     quint32 m_scrollColor = 0xFF8080;
     qint32 m_value = 0;
     quint32 m_textColor = ColorValue::Computed;
+    quint32 m_doneTextColor = ColorValue::Computed;
 };
 
 } // namespace Quorlin

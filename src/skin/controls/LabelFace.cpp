@@ -76,8 +76,13 @@ void LabelFace::draw(QPainter &painter) const
     const QRect all(QPoint(), size);
     if (backColor.isValid())
         DevicePixels::fill(painter, all, backColor);
-    if (tint > 0)
-        drawTint(painter);
+    if (veil.isValid())
+        drawLayer(painter, veil);
+    if (tint > 0) {
+        auto layer = textColor;
+        layer.setAlpha(tint);
+        drawLayer(painter, layer);
+    }
     drawText(painter);
     drawBorder(painter);
     if (hasFocusRing)
@@ -104,25 +109,23 @@ void LabelFace::drawBorder(QPainter &painter) const
     DevicePixels::frame(painter, QRect(QPoint(), size), borderWidth(), borderColor, lit);
 }
 
-void LabelFace::drawTint(QPainter &painter) const
+void LabelFace::drawLayer(QPainter &painter, const QColor &color) const
 {
-    auto layer = textColor;
-    layer.setAlpha(tint);
     if (cornerRadius > 0)
-        drawRound(painter, Qt::NoPen, layer);
+        drawRound(painter, Qt::NoPen, color);
     else
-        DevicePixels::fill(painter, QRect(QPoint(), size), layer);
+        DevicePixels::fill(painter, QRect(QPoint(), size), color);
 }
 
 void LabelFace::drawFocusRing(QPainter &painter) const
 {
     if (cornerRadius > 0) {
-        drawRound(painter, QPen(textColor, RoundRingWidth), Qt::NoBrush);
+        drawRound(painter, QPen(focusColor, RoundRingWidth), Qt::NoBrush);
         return;
     }
     const auto margin = borderWidth();
     const auto ring = QRect(QPoint(), size).adjusted(margin, margin, -margin, -margin);
-    DevicePixels::frame(painter, ring, 1, textColor, textColor);
+    DevicePixels::frame(painter, ring, 1, focusColor, focusColor);
 }
 
 /// The outline lies inside the label.

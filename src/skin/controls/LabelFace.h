@@ -35,8 +35,11 @@ struct LabelFace
     /// How much a layer of the text's colour tints the background, 0 to 255: the label is under
     /// the mouse or held down.
     int tint = 0;
+    /// Laid over the background, below the text; invalid for none.
+    QColor veil;
     bool hasFocusRing = false;
-    /// Of the tint and the focus ring, which then is two pixels wide; 0 for square ones.
+    QColor focusColor;
+    /// Of the tint, the veil and the focus ring, which then is two pixels wide; 0 for square ones.
     int cornerRadius = 0;
 
     /// How wide a border of this kind is on each side: 1 when flat, 2 when sunken.
@@ -57,7 +60,7 @@ struct LabelFace
 private:
     void drawText(QPainter &painter) const;
     void drawBorder(QPainter &painter) const;
-    void drawTint(QPainter &painter) const;
+    void drawLayer(QPainter &painter, const QColor &color) const;
     void drawFocusRing(QPainter &painter) const;
     void drawRound(QPainter &painter, const QPen &pen, const QBrush &brush) const;
 };

@@ -17,6 +17,9 @@ struct PixelProperty
     Setter set;
 };
 
+/// What a window may measure on each side, so that its pixels have room in memory.
+constexpr QSize Largest(4096, 4096);
+
 /// A control cannot be smaller than nothing.
 bool resizeTo(QWidget &control, int width, int height)
 {
@@ -77,7 +80,7 @@ bool WidgetSkinWindow::setSize(const QSize &pixels)
     auto *const window = m_window.data();
     if (!window)
         return false;
-    window->setFixedSize(pixels.expandedTo({1, 1}));
+    window->setFixedSize(pixels.expandedTo({1, 1}).boundedTo(Largest));
     return true;
 }
 

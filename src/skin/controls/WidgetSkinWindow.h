@@ -18,7 +18,7 @@ public:
     explicit WidgetSkinWindow(QWidget &window);
 
     [[nodiscard]] SkinTarget *find(QLatin1StringView objectName) override;
-    /// The window keeps this size; what is not positive counts as 1.
+    /// The window keeps this size; what is not positive counts as 1, what is above 4096 as that.
     [[nodiscard]] bool setSize(const QSize &pixels) override;
     [[nodiscard]] bool setPicture(const SkinPicture &picture) override;
 

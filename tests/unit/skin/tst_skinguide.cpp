@@ -159,6 +159,8 @@ void TestSkinGuide::tellsTheLimits()
     QVERIFY(guide().contains(QStringLiteral("from 8 to 48")));
     QCOMPARE(SkinLook::SmallestFont, 8);
     QCOMPARE(SkinLook::LargestFont, 48);
+    QVERIFY(guide().contains(QStringLiteral("from 0 to 24")));
+    QCOMPARE(SkinLook::LargestCorners, 24);
 }
 
 QTEST_GUILESS_MAIN(TestSkinGuide)

@@ -71,7 +71,8 @@ void TestSkinLook::everyColourIsReadByItsKey_data()
                            QStringLiteral("ProgressTextColor"),
                            QStringLiteral("ProgressDoneTextColor"),
                            QStringLiteral("MenuColor"),
-                           QStringLiteral("MenuTextColor")};
+                           QStringLiteral("MenuTextColor"),
+                           QStringLiteral("VeilColor")};
     for (int colour = 0; colour < keys.size(); ++colour)
         QTest::newRow(qPrintable(keys.at(colour))) << colour << keys.at(colour);
     QCOMPARE(std::size_t(keys.size()), LookColourRow::all().size());

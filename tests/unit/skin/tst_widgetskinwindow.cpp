@@ -147,7 +147,12 @@ void TestWidgetSkinWindow::absurdWindowSizesDoNoHarm()
     QVERIFY(window.setSize({-32768, 0}));
     QCOMPARE(m_window->size(), QSize(1, 1));
     QVERIFY(window.setSize({32767, 1}));
-    QCOMPARE(m_window->width(), 32767);
+    QCOMPARE(m_window->size(), QSize(4096, 1));
+    QVERIFY(window.setPicture(somePicture()));
+    QVERIFY(window.setSize({32767, 32767}));
+    QCOMPARE(m_window->size(), QSize(4096, 4096));
+    QVERIFY(window.setSize({4096, 4095}));
+    QCOMPARE(m_window->size(), QSize(4096, 4095));
 }
 
 void TestWidgetSkinWindow::windowThatIsGoneTakesNothing()

@@ -2,7 +2,6 @@
 
 #include "Pixels.h"
 
-#include <QPainter>
 #include <QTest>
 
 using namespace Quorlin;
@@ -79,7 +78,6 @@ private Q_SLOTS:
     void drawsADisabledTextInAColorOfItsOwn();
     void drawsNothingOutsideItsBorder();
     void showsTheFocusAndTheMouseOnlyWhenClickable();
-    void roundsTheFocusRingAndTheTintWhenAsked();
 };
 
 void TestLabelDrawing::placesTheText_data()
@@ -321,32 +319,6 @@ void TestLabelDrawing::showsTheFocusAndTheMouseOnlyWhenClickable()
     QTest::mouseRelease(&label, Qt::LeftButton);
     label.Enabled(false);
     QVERIFY(Pixels::inkBox(Pixels::painted(label)) != label.rect());
-}
-
-void TestLabelDrawing::roundsTheFocusRingAndTheTintWhenAsked()
-{
-    KelLabel label;
-    prepare(label);
-    label.Clickable(true);
-    auto face = label.face();
-    face.text = {};
-    face.hasFocusRing = true;
-    const auto corner = [&face] {
-        QImage image(face.size, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        face.draw(painter);
-        painter.end();
-        return QPair(image.pixelColor(0, 0), image.pixelColor(face.size.width() / 2, 0));
-    };
-    QCOMPARE(corner(), QPair(face.textColor, face.textColor));
-    face.cornerRadius = 8;
-    QCOMPARE(corner(), QPair(QColor(Qt::white), face.textColor));
-    face.hasFocusRing = false;
-    face.tint = 255;
-    QCOMPARE(corner(), QPair(QColor(Qt::white), face.textColor));
-    label.CornerRadius(8);
-    QCOMPARE(label.face().cornerRadius, 8);
 }
 
 QTEST_MAIN(TestLabelDrawing)

@@ -63,6 +63,8 @@ private Q_SLOTS:
     void repaintsOnceForEveryChange();
     void repaintsNothingForTheSameValue_data();
     void repaintsNothingForTheSameValue();
+    void repaintsOnceForAnotherLookOfAState_data();
+    void repaintsOnceForAnotherLookOfAState();
     void repaintsOnRefresh();
     void takesTheSizeOfItsText();
     void takesTheHeightOfItsWrappedText();
@@ -108,6 +110,9 @@ void TestLabelProperties::startsUsable()
     QCOMPARE(label.BackStyle(), 0);
     QCOMPARE(label.BorderStyle(), 0);
     QCOMPARE(label.Caption(), QString());
+    for (const auto color : {label.DisabledTextColor(), label.FocusColor(), label.VeilColor()})
+        QCOMPARE(color, ColorValue::Computed);
+    QCOMPARE(label.CornerRadius(), 0);
     QVERIFY(!label.Clickable());
     QCOMPARE(label.focusPolicy(), Qt::NoFocus);
 }
@@ -226,6 +231,26 @@ void TestLabelProperties::repaintsNothingForTheSameValue()
     PaintCounter paints(label);
     QVERIFY(label.setProperty(name.toLatin1().constData(), otherValues()[name]));
     QCOMPARE(paints.take(), 0);
+}
+
+void TestLabelProperties::repaintsOnceForAnotherLookOfAState_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const auto *name : {"DisabledTextColor", "CornerRadius", "FocusColor", "VeilColor"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestLabelProperties::repaintsOnceForAnotherLookOfAState()
+{
+    QFETCH(QString, name);
+    KelLabel label;
+    label.resize(120, 40);
+    PaintCounter paints(label);
+    QVERIFY(label.setProperty(name.toLatin1().constData(), 7));
+    QCOMPARE(paints.take(), 1);
+    QVERIFY(label.setProperty(name.toLatin1().constData(), 7));
+    QCOMPARE(paints.take(), 0);
+    QCOMPARE(label.property(name.toLatin1().constData()).toInt(), 7);
 }
 
 void TestLabelProperties::repaintsOnRefresh()

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void choosesATextThatCanBeRead_data();
     void choosesATextThatCanBeRead();
     void usesATextColorOfItsOwn();
+    void usesAColorOfItsOwnForTheTextOverTheBar();
     void looksTheSameWhenDisabled();
     void drawsTheBarsEdgeOnWholePixels_data();
     void drawsTheBarsEdgeOnWholePixels();
@@ -272,6 +273,26 @@ void TestProgressBarLook::usesATextColorOfItsOwn()
     QVERIFY(Pixels::countOf(Pixels::painted(bar), red) > 3);
     bar.Percent(100);
     QCOMPARE(Pixels::countOf(Pixels::painted(bar), red), 0);
+}
+
+void TestProgressBarLook::usesAColorOfItsOwnForTheTextOverTheBar()
+{
+    KelProgressBar bar;
+    prepare(bar);
+    QCOMPARE(bar.DoneTextColor(), ColorValue::Computed);
+    bar.TextColor(0x0000C0);
+    // Hardly to be read on the bar: what was asked for counts.
+    QVERIFY(bar.setProperty("DoneTextColor", 0xC00000U));
+    const QColor darkBlue(0, 0, 0xC0);
+    QCOMPARE(Pixels::countOf(Pixels::painted(bar), darkBlue), 0);
+    bar.Percent(100);
+    auto image = Pixels::painted(bar);
+    QVERIFY(Pixels::countOf(image, darkBlue) > 3);
+    QCOMPARE(Pixels::countOf(image, Qt::white), 0);
+    bar.DoneTextColor(ColorValue::Computed);
+    image = Pixels::painted(bar);
+    QCOMPARE(Pixels::countOf(image, darkBlue), 0);
+    QVERIFY(Pixels::countOf(image, Qt::white) > 3);
 }
 
 void TestProgressBarLook::looksTheSameWhenDisabled()

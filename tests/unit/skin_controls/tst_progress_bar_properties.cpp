@@ -179,6 +179,11 @@ void TestProgressBarProperties::readsAValueOutsideAsMin()
     bar.readProperties({{QStringLiteral("Min"), 50}, {QStringLiteral("Value"), 40}});
     QCOMPARE(bar.Value(), 50);
     QCOMPARE(bar.Percent(), qint16(0));
+    for (const auto outside : {-1, 101}) {
+        bar.readProperties({{QStringLiteral("Percent"), 42}, {QStringLiteral("Value"), outside}});
+        QCOMPARE(bar.Value(), 0);
+        QCOMPARE(bar.Percent(), qint16(42));
+    }
 }
 
 void TestProgressBarProperties::hasAWindowHandle()
