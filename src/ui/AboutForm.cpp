@@ -3,6 +3,7 @@
 #include "skin/SkinLook.h"
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/KelLabel.h"
+#include "ui/AccessibleNames.h"
 #include "ui/FormLook.h"
 #include "winsupport/TextSource.h"
 
@@ -33,6 +34,7 @@ AboutForm::AboutForm(QWidget *parent) : SkinnedWindow(parent)
     lblAdobeTitle = makeLabel("lblAdobeTitle");
     lblAdobeInfo = makeLabel("lblAdobeInfo");
     lblAdobeCopyright = makeLabel("lblAdobeCopyright");
+    lblAdobeTitle->VerticalAlignment(0);
     for (auto *const label : {lblCopyright, lblAdobeInfo, lblAdobeCopyright}) {
         label->WordWrap(true);
         label->VerticalAlignment(label == lblCopyright ? 2 : 0);
@@ -56,18 +58,24 @@ QLabel *AboutForm::makePicture(const char *name, const char *resource, const QSi
     return picture;
 }
 
-void AboutForm::setLook(const SkinLook &look)
+void AboutForm::setLook(const SkinLook &look, bool isBuiltIn)
 {
     FormLook::apply(look, *this);
+    if (isBuiltIn)
+        Picture(FormLook::design(QStringLiteral("About")));
     for (auto *const label : {lblAboutTitle, lblAboutClose})
-        label->TextColor(ColorValue::stored(look.colour(LookColour::Title)));
+        FormLook::applyTitle(look, *label);
     lblAboutTitle->Font(FormLook::font(look, look.titleFontSize(), true));
     lblProductName->Font(FormLook::font(look, look.convertFontSize(), true));
     lblAdobeTitle->Font(FormLook::font(look, look.titleFontSize(), true));
+    for (auto *const label :
+         {lblProductName, lblCopyright, lblAdobeTitle, lblAdobeInfo, lblAdobeCopyright})
+        FormLook::fitText(*label);
 }
 
-void AboutForm::setTexts(const TextSource &texts, const QString &version)
+void AboutForm::setTexts(const TextSource &texts, const QString &language, const QString &version)
 {
+    lblAboutClose->setAccessibleName(AccessibleNames::in(language).close);
     const auto text = [&texts](const char *key) { return texts.text(QLatin1String(key)); };
     setWindowTitle(text("AboutTitle"));
     lblAboutTitle->Caption(text("AboutTitle"));

@@ -18,11 +18,14 @@ class AboutForm : public SkinnedWindow
 public:
     explicit AboutForm(QWidget *parent = nullptr);
 
-    /// Colours and fonts for all controls.
-    void setLook(const SkinLook &look);
     /// Captions in the language in use.
+    /// @param language name of the language in use.
     /// @param version three numbers joined by points.
-    void setTexts(const TextSource &texts, const QString &version);
+    void setTexts(const TextSource &texts, const QString &language, const QString &version);
+    /// Colours and fonts for all controls; to be called when the skin has placed them and the
+    /// texts are set, since texts without room are made smaller.
+    /// @param isBuiltIn the layout is the built-in one: the window's own picture is shown.
+    void setLook(const SkinLook &look, bool isBuiltIn);
 
     QLabel *imgAboutIcon;
     KelLabel *lblAboutTitle;

@@ -3,13 +3,20 @@
 #include "skin/SkinLook.h"
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/KelLabel.h"
+#include "skin/controls/LabelFace.h"
 #include "ui/SkinStyle.h"
 
+#include <QComboBox>
+#include <QFile>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace Quorlin::FormLook {
 
 namespace {
+
+constexpr double LeastContrast = 3;
 
 /// The style of a window, owned by it and shared by all controls on it.
 SkinStyle &styleOf(QWidget &window)
@@ -22,7 +29,52 @@ SkinStyle &styleOf(QWidget &window)
     return *style;
 }
 
+bool fits(const KelLabel &label)
+{
+    const auto face = label.face();
+    const auto block = face.textBlock();
+    const auto room = face.inside().size();
+    return !block.isElided() && block.size().boundedTo(room) == block.size();
+}
+
 } // namespace
+
+SkinPicture design(const QString &name)
+{
+    const auto path = QStringLiteral(":/quorlin/%1%2.png");
+    QFile dense(path.arg(name, QStringLiteral("@2x")));
+    const auto bytes = dense.open(QIODevice::ReadOnly) ? dense.readAll() : QByteArray();
+    return SkinPicture::ofPoints(QImage(path.arg(name, QString())), bytes);
+}
+
+void fitText(KelLabel &label)
+{
+    const auto line = label.fontMetrics().height();
+    if (label.face().inside().height() < 2 * line &&
+        label.Caption().contains(QLatin1String("\r\n")))
+        label.Caption(label.Caption().replace(QLatin1String("\r\n"), QLatin1String("  ")));
+    auto font = label.Font();
+    while (!fits(label) && font.pixelSize() > LeastFont) {
+        font.setPixelSize(font.pixelSize() - 1);
+        label.Font(font);
+    }
+}
+
+void fitChoice(QComboBox &choice)
+{
+    const auto widest = [&choice] {
+        auto widest = 0;
+        for (int entry = 0; entry < choice.count(); ++entry)
+            widest =
+                std::max(widest, choice.fontMetrics().horizontalAdvance(choice.itemText(entry)));
+        return widest;
+    };
+    auto font = choice.font();
+    while (widest() > choice.width() - SkinStyle::ChoiceFrame && font.pixelSize() > LeastFont) {
+        font.setPixelSize(font.pixelSize() - 1);
+        choice.setFont(font);
+    }
+}
 
 QFont font(const SkinLook &look, int pixels, bool isHeading)
 {
@@ -44,6 +96,7 @@ void apply(const SkinLook &look, QWidget &window)
     window.setFont(font(look, look.fontSize()));
     for (auto *const control : window.findChildren<QWidget *>()) {
         control->setStyle(&style);
+        control->setFont({});
         control->update();
     }
     for (auto *const label : window.findChildren<KelLabel *>()) {
@@ -51,7 +104,22 @@ void apply(const SkinLook &look, QWidget &window)
         label->DisabledTextColor(ColorValue::stored(look.colour(LookColour::DisabledText)));
         label->Font(window.font());
         label->CornerRadius(look.corners());
+        label->FocusColor(ColorValue::stored(look.colour(LookColour::Focus)));
+        label->VeilColor(ColorValue::stored(look.colour(LookColour::Veil)));
     }
+}
+
+void applyTitle(const SkinLook &look, KelLabel &label)
+{
+    const auto text = look.colour(LookColour::Title);
+    auto veil = look.colour(LookColour::Veil);
+    // A title bar may be dark in a light window.
+    if (ColorValue::contrast(text, veil) < LeastContrast)
+        veil = ColorValue::readableOn(text, veil);
+    label.TextColor(ColorValue::stored(text));
+    label.FocusColor(ColorValue::Computed);
+    label.VeilColor(ColorValue::stored(veil));
+    label.DisabledTextColor(ColorValue::Computed);
 }
 
 } // namespace Quorlin::FormLook

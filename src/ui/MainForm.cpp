@@ -4,6 +4,8 @@
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/KelLabel.h"
 #include "skin/controls/KelProgressBar.h"
+#include "ui/AccessibleNames.h"
+#include "ui/FileList.h"
 #include "ui/FormLook.h"
 #include "ui/PictureBox.h"
 #include "ui/SkinStyle.h"
@@ -12,7 +14,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QListWidget>
 
 namespace Quorlin {
 
@@ -35,6 +36,7 @@ MainForm::MainForm(QWidget *parent) : SkinnedWindow(parent)
     makeList();
     makeOptions();
     makeWork();
+    orderTabs();
 }
 
 KelLabel *MainForm::makeLabel(const char *name, QWidget *parent)
@@ -67,11 +69,7 @@ void MainForm::makeTitleBar()
 
 void MainForm::makeList()
 {
-    LstFile = named(new QListWidget(this), "LstFile");
-    LstFile->setFrameShape(QFrame::NoFrame);
-    LstFile->setTextElideMode(Qt::ElideMiddle);
-    LstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    LstFile->setUniformItemSizes(true);
+    LstFile = named(new FileList(this), "LstFile");
     LblFirst = makeButton("LblFirst");
     LblPrevious = makeButton("LblPrevious");
     LblNext = makeButton("LblNext");
@@ -104,30 +102,67 @@ void MainForm::makeWork()
     LblInfo->WordWrap(true);
 }
 
-void MainForm::setLook(const SkinLook &look)
+/// The list comes first, what ends the work last.
+void MainForm::orderTabs()
+{
+    const QList<QWidget *> order{LstFile, LblFirst, LblPrevious, LblNext,        LblLast,
+                                 OptMail, OptShow,  OptLink,     cmbCompression, LblConvert,
+                                 LblHelp, LblMin,   lblClose};
+    for (qsizetype at = 1; at < order.size(); ++at)
+        setTabOrder(order.at(at - 1), order.at(at));
+    LstFile->setFocus();
+}
+
+void MainForm::setLook(const SkinLook &look, bool isBuiltIn)
 {
     FormLook::apply(look, *this);
+    if (isBuiltIn) {
+        Picture(FormLook::design(QStringLiteral("Main")));
+        PctInfo->Picture(FormLook::design(QStringLiteral("Info")));
+    }
+    setTitleLook(look);
+    setWorkLook(look);
+    for (auto *const label : {LblMail, LblShow, LblLink, LblCompress, LblLibConvert})
+        FormLook::fitText(*label);
+    setInfo(LblInfo->Caption());
+    FormLook::fitChoice(*cmbCompression);
+    // The built-in layout puts the first option over the list's lower edge.
+    LstFile->setBottomRoom(isBuiltIn ? LstFile->geometry().bottom() - OptMail->y() + 4 : 0);
+}
+
+void MainForm::setInfo(const QString &text)
+{
+    LblInfo->Font(m_infoFont);
+    LblInfo->Caption(text);
+    FormLook::fitText(*LblInfo);
+}
+
+void MainForm::setTitleLook(const SkinLook &look)
+{
+    for (auto *const label : {lblTitle, lblClose, LblHelp, LblMin})
+        FormLook::applyTitle(look, *label);
+    lblTitle->Font(FormLook::font(look, look.titleFontSize(), true));
+}
+
+void MainForm::setWorkLook(const SkinLook &look)
+{
     const auto colour = [&look](LookColour which) {
         return ColorValue::stored(look.colour(which));
     };
-    for (auto *const label : {lblTitle, lblClose, LblHelp, LblMin}) {
-        label->TextColor(colour(LookColour::Title));
-        label->DisabledTextColor(ColorValue::Computed);
-    }
-    lblTitle->Font(FormLook::font(look, look.titleFontSize(), true));
     LblInfo->TextColor(colour(LookColour::InfoText));
-    LblInfo->Font(FormLook::font(look, look.titleFontSize(), true));
+    m_infoFont = FormLook::font(look, look.titleFontSize(), true);
     for (auto *const label : {LblConvert, LblLibConvert}) {
         label->TextColor(colour(LookColour::ConvertText));
-        label->DisabledTextColor(ColorValue::Computed);
+        label->FocusColor(ColorValue::Computed);
         label->Font(FormLook::font(look, look.convertFontSize(), true));
     }
     BarProgress->BackColor(colour(LookColour::ProgressBack));
     BarProgress->ScrollColor(colour(LookColour::Progress));
     BarProgress->TextColor(colour(LookColour::ProgressText));
+    BarProgress->DoneTextColor(colour(LookColour::ProgressDoneText));
 }
 
-void MainForm::setTexts(const TextSource &texts)
+void MainForm::setTexts(const TextSource &texts, const QString &language)
 {
     const auto text = [&texts](const char *key) { return texts.text(QLatin1String(key)); };
     setWindowTitle(text("AppWindowTitle"));
@@ -137,7 +172,13 @@ void MainForm::setTexts(const TextSource &texts)
     LblLink->Caption(text("TextOptLink"));
     LblCompress->Caption(text("TextLblCompress"));
     LblLibConvert->Caption(text("TextBtnConvert"));
-    LblInfo->Caption(text("TextInfoInProgress"));
+    setInfo(text("TextInfoInProgress"));
+    const auto &names = AccessibleNames::in(language);
+    lblClose->setAccessibleName(names.close);
+    LblHelp->setAccessibleName(names.help);
+    LblMin->setAccessibleName(names.minimise);
+    LstFile->setAccessibleName(names.documents);
+    BarProgress->setAccessibleName(names.progress);
     OptMail->setAccessibleName(text("TextOptMail"));
     OptShow->setAccessibleName(text("TextOptShow"));
     OptLink->setAccessibleName(text("TextOptLink"));

@@ -5,10 +5,10 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QListWidget;
 
 namespace Quorlin {
 
+class FileList;
 class KelLabel;
 class KelProgressBar;
 class PictureBox;
@@ -24,17 +24,22 @@ class MainForm : public SkinnedWindow
 public:
     explicit MainForm(QWidget *parent = nullptr);
 
-    /// Colours and fonts for all controls.
-    void setLook(const SkinLook &look);
+    /// Colours and fonts for all controls; to be called when the skin has placed them and the
+    /// texts are set, since texts without room are made smaller.
+    /// @param isBuiltIn the layout is the built-in one: the window's own pictures are shown.
+    void setLook(const SkinLook &look, bool isBuiltIn);
     /// Captions, and the names that assistive tools read.
-    void setTexts(const TextSource &texts);
+    /// @param language name of the language in use.
+    void setTexts(const TextSource &texts, const QString &language);
+    /// What is being done, in the information zone.
+    void setInfo(const QString &text);
 
     QLabel *imgIcon;
     KelLabel *lblTitle;
     KelLabel *lblClose;
     KelLabel *LblHelp;
     KelLabel *LblMin;
-    QListWidget *LstFile;
+    FileList *LstFile;
     KelLabel *LblFirst;
     KelLabel *LblPrevious;
     KelLabel *LblNext;
@@ -54,10 +59,15 @@ public:
     KelLabel *LblInfo;
 
 private:
+    QFont m_infoFont;
+
     void makeTitleBar();
     void makeList();
     void makeOptions();
     void makeWork();
+    void orderTabs();
+    void setTitleLook(const SkinLook &look);
+    void setWorkLook(const SkinLook &look);
     KelLabel *makeLabel(const char *name, QWidget *parent = nullptr);
     KelLabel *makeButton(const char *name);
 };

@@ -1,5 +1,6 @@
 #include "ui/SkinStyle.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleFactory>
@@ -9,8 +10,12 @@ namespace Quorlin {
 
 namespace {
 
-constexpr int ArrowRoom = 28;
+constexpr int TextStart = 10;
+constexpr int ArrowRoom = SkinStyle::ChoiceFrame - TextStart;
 constexpr int ScrollBarWidth = 10;
+constexpr int LeastSlider = 24;
+/// How much of its colour a selected entry keeps in a list that is disabled.
+constexpr qreal DisabledSelection = 0.3;
 /// Above and below the text of a list's entry, together.
 constexpr int EntryRoom = 10;
 
@@ -58,6 +63,8 @@ QPalette SkinStyle::paletteFor(const SkinLook &look)
     palette.setColor(QPalette::ToolTipBase, look.colour(LookColour::Menu));
     palette.setColor(QPalette::ToolTipText, look.colour(LookColour::MenuText));
     setDisabled(palette, look.colour(LookColour::DisabledText));
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText,
+                     look.colour(LookColour::DisabledText));
     return palette;
 }
 
@@ -70,6 +77,8 @@ void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
         drawFocusRing(option->rect, *painter);
     else if (element == PE_PanelItemViewItem)
         drawEntry(*option, *painter);
+    else if (element == PE_Frame)
+        drawFrame(*option, *painter);
     else
         QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -81,8 +90,12 @@ void SkinStyle::drawCheckBox(const QStyleOption &option, QPainter &painter) cons
     const auto side = std::min(option.rect.width(), option.rect.height());
     const QRect square(option.rect.topLeft(), QSize(side, side));
     auto line = m_look.colour(LookColour::FieldBorder);
-    auto fill = m_look.colour(isOn ? LookColour::Accent : LookColour::Field);
-    if (isOn)
+    auto fill = m_look.colour(isOn && isEnabled ? LookColour::Accent : LookColour::Field);
+    if (!isEnabled)
+        line = m_look.colour(LookColour::DisabledText);
+    else if (has(option, State_HasFocus))
+        line = m_look.colour(LookColour::Focus);
+    else if (isOn)
         line = fill;
     if (isEnabled && has(option, State_Sunken))
         fill = blended(m_look.colour(LookColour::Pressed), fill);
@@ -91,8 +104,7 @@ void SkinStyle::drawCheckBox(const QStyleOption &option, QPainter &painter) cons
 
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled ? 1 : 0.45);
-    const auto width = side / 18.0 * 1.4;
+    const auto width = side / 18.0 * (isEnabled && has(option, State_HasFocus) ? 2.8 : 1.4);
     painter.setPen(QPen(line, width));
     painter.setBrush(fill);
     const auto radius = std::min<qreal>(m_look.corners(), side * 0.22);
@@ -101,8 +113,9 @@ void SkinStyle::drawCheckBox(const QStyleOption &option, QPainter &painter) cons
         QPolygonF tick{{0.26, 0.53}, {0.43, 0.69}, {0.75, 0.33}};
         for (auto &point : tick)
             point = QPointF(square.topLeft()) + point * side;
-        painter.setPen(QPen(m_look.colour(LookColour::AccentText), side / 8.0, Qt::SolidLine,
-                            Qt::RoundCap, Qt::RoundJoin));
+        const auto tickColour = isEnabled ? LookColour::AccentText : LookColour::DisabledText;
+        painter.setPen(QPen(m_look.colour(tickColour), side / 8.0, Qt::SolidLine, Qt::RoundCap,
+                            Qt::RoundJoin));
         painter.setBrush(Qt::NoBrush);
         painter.drawPolyline(tick);
     }
@@ -118,9 +131,17 @@ void SkinStyle::drawEntry(const QStyleOption &option, QPainter &painter) const
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
+    painter.setOpacity(has(option, State_Enabled) ? 1 : DisabledSelection);
     painter.setBrush(m_look.colour(isSelected ? LookColour::Selection : LookColour::Hover));
     painter.drawRoundedRect(option.rect, m_look.corners() * 0.75, m_look.corners() * 0.75);
     painter.restore();
+}
+
+/// A list's frame shows the focus; where it has an entry, that entry shows it.
+void SkinStyle::drawFrame(const QStyleOption &option, QPainter &painter) const
+{
+    if (has(option, State_HasFocus))
+        drawFocusRing(option.rect, painter);
 }
 
 void SkinStyle::drawFocusRing(const QRect &rect, QPainter &painter) const
@@ -139,8 +160,6 @@ void SkinStyle::drawControl(ControlElement element, const QStyleOption *option, 
     const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
     if (element == CE_CheckBox && button && button->text.isEmpty()) {
         drawCheckBox(*option, *painter);
-        if (has(*option, State_HasFocus))
-            drawFocusRing(option->rect.adjusted(-3, -3, 3, 3), *painter);
         return;
     }
     const auto *const choice = qstyleoption_cast<const QStyleOptionComboBox *>(option);
@@ -231,12 +250,40 @@ QRect SkinStyle::subControlRect(ComplexControl control, const QStyleOptionComple
                                 SubControl part, const QWidget *widget) const
 {
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
-        return option->rect.adjusted(10, 0, -ArrowRoom, 0);
-    if (control != CC_ScrollBar || part == SC_ScrollBarSlider || part == SC_ScrollBarGroove)
-        return QProxyStyle::subControlRect(control, option, part, widget);
-    if (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine)
-        return {};
+        return option->rect.adjusted(TextStart, 0, -ArrowRoom, 0);
+    const auto *const slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control == CC_ScrollBar && slider)
+        return QStyle::visualRect(option->direction, option->rect, scrollBarPart(*slider, part));
     return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+/// A scroll bar without arrows: the slider has its whole length.
+QRect SkinStyle::scrollBarPart(const QStyleOptionSlider &option, SubControl part)
+{
+    const auto isLevel = option.orientation == Qt::Horizontal;
+    const auto length = isLevel ? option.rect.width() : option.rect.height();
+    const auto range = option.maximum - option.minimum;
+    const auto share = double(option.pageStep) / std::max(range + option.pageStep, 1);
+    const auto size = std::clamp(int(length * share), std::min(LeastSlider, length), length);
+    const auto start = sliderPositionFromValue(
+        option.minimum, option.maximum, option.sliderPosition, length - size, option.upsideDown);
+    const auto along = [&](int from, int to) {
+        return isLevel
+                   ? QRect(option.rect.x() + from, option.rect.y(), to - from, option.rect.height())
+                   : QRect(option.rect.x(), option.rect.y() + from, option.rect.width(), to - from);
+    };
+    switch (part) {
+    case SC_ScrollBarSlider:
+        return along(start, start + size);
+    case SC_ScrollBarGroove:
+        return along(0, length);
+    case SC_ScrollBarSubPage:
+        return along(0, start);
+    case SC_ScrollBarAddPage:
+        return along(start + size, length);
+    default:
+        return {};
+    }
 }
 
 QSize SkinStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
@@ -253,6 +300,8 @@ int SkinStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
 {
     if (metric == PM_ScrollBarExtent)
         return ScrollBarWidth;
+    if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractItemView *>(widget))
+        return 2;
     if (metric == PM_FocusFrameHMargin)
         return EntryRoom / 2;
     return QProxyStyle::pixelMetric(metric, option, widget);

@@ -4,6 +4,8 @@
 
 #include <QProxyStyle>
 
+class QStyleOptionSlider;
+
 namespace Quorlin {
 
 /// Draws the toolkit's own controls (lists, check boxes, choices, menus) in the colours of a
@@ -13,6 +15,9 @@ class SkinStyle : public QProxyStyle
     Q_OBJECT
 
 public:
+    /// What of a choice's width is not for its text, in pixels.
+    static constexpr int ChoiceFrame = 38;
+
     SkinStyle();
 
     /// The colours from now on. Whoever uses the style must repaint.
@@ -41,6 +46,8 @@ public:
 
 private:
     void drawCheckBox(const QStyleOption &option, QPainter &painter) const;
+    [[nodiscard]] static QRect scrollBarPart(const QStyleOptionSlider &option, SubControl part);
+    void drawFrame(const QStyleOption &option, QPainter &painter) const;
     void drawEntry(const QStyleOption &option, QPainter &painter) const;
     void drawFocusRing(const QRect &rect, QPainter &painter) const;
     void drawChoice(const QStyleOptionComplex &option, QPainter &painter) const;

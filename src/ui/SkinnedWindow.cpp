@@ -7,6 +7,12 @@
 
 namespace Quorlin {
 
+namespace {
+
+constexpr int MostOutlineParts = 10000;
+
+} // namespace
+
 SkinnedWindow::SkinnedWindow(QWidget *parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
 {
@@ -43,7 +49,12 @@ void SkinnedWindow::takeOutline()
         std::replace_if(
             line, line + outline.width(), [](uchar alpha) { return alpha > 0; }, 0xFF);
     }
-    setMask(QBitmap::fromImage(outline.createAlphaMask(Qt::ThresholdDither)));
+    const QRegion region(QBitmap::fromImage(outline.createAlphaMask(Qt::ThresholdDither)));
+    // An outline of noise would keep the display busy; such a window is a rectangle.
+    if (region.rectCount() > MostOutlineParts)
+        clearMask();
+    else
+        setMask(region);
 }
 
 void SkinnedWindow::paintEvent(QPaintEvent *event)

@@ -3,10 +3,14 @@
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/KelLabel.h"
 #include "skin/controls/LabelFace.h"
+#include "ui/FileList.h"
+#include "ui/PictureBox.h"
+#include "ui/SkinStyle.h"
 
+#include <QAccessible>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QListWidget>
 #include <QTest>
 
 #include <memory>
@@ -26,13 +30,19 @@ private Q_SLOTS:
     void everyTextStandsOutFromWhatLiesBehind();
     void controlsLieInsideTheirWindow_data() { addRows(); }
     void controlsLieInsideTheirWindow();
-    void controlsDoNotCoverEachOther_data() { addRows(); }
+    void controlsDoNotCoverEachOther_data() { addRows(false); }
     void controlsDoNotCoverEachOther();
-    void workingLooksDifferentFromIdle_data() { addRows(); }
-    void workingLooksDifferentFromIdle();
+    void whatCannotBeUsedLooksSo_data() { addRows(); }
+    void whatCannotBeUsedLooksSo();
+    void theFocusShowsWhereverItIs_data() { addRows(); }
+    void theFocusShowsWhereverItIs();
+    void everyControlThatTakesTheFocusHasAName_data() { addRows(); }
+    void everyControlThatTakesTheFocusHasAName();
+    void theListHasTheFocusFirst();
+    void anotherSkinsPictureDoesNotStayBehindTheBuiltInLayout();
 
 private:
-    void addRows();
+    static void addRows(bool withBuiltIn = true);
     [[nodiscard]] static std::unique_ptr<SkinShow> shown(bool isWorking = false);
     static void keepPicture(QWidget &window, const QString &kind);
 };
@@ -58,6 +68,17 @@ QList<KelLabel *> visibleTexts(QWidget &window)
             labels.append(label);
     }
     return labels;
+}
+
+/// What can be reached with the keyboard. A list's own parts belong to the list.
+QList<QWidget *> focusable(QWidget &window)
+{
+    QList<QWidget *> controls;
+    for (auto *const control : window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+        if (control->isVisible() && control->isEnabled() && control->focusPolicy() & Qt::TabFocus)
+            controls.append(control);
+    }
+    return controls;
 }
 
 /// Where the text of a label stands in its window.
@@ -99,11 +120,14 @@ void TestSkinsShown::initTestCase()
     QVERIFY(QDir().mkpath(QStringLiteral(QUORLIN_PICTURES)));
 }
 
-void TestSkinsShown::addRows()
+void TestSkinsShown::addRows(bool withBuiltIn)
 {
     QTest::addColumn<QString>("skin");
     QTest::addColumn<QString>("language");
-    for (const auto &skin : Skins) {
+    auto skins = Skins;
+    if (withBuiltIn)
+        skins.append(QStringLiteral("None"));
+    for (const auto &skin : std::as_const(skins)) {
         for (const auto &language : Languages)
             QTest::addRow("%s, %s", qPrintable(skin), qPrintable(language)) << skin << language;
     }
@@ -142,7 +166,7 @@ void TestSkinsShown::everyTextFits()
         const auto show = shown(isWorking);
         QVERIFY(show->isComplete());
         auto labels = visibleTexts(show->mainWindow()) + visibleTexts(show->aboutBox());
-        QVERIFY(labels.size() >= 12);
+        QVERIFY(labels.size() >= 10);
         for (const auto *const label : std::as_const(labels)) {
             const auto face = label->face();
             const auto block = face.textBlock();
@@ -155,7 +179,8 @@ void TestSkinsShown::everyTextFits()
     const auto &choice = *show->mainWindow().cmbCompression;
     QCOMPARE(choice.count(), 4);
     for (int entry = 0; entry < choice.count(); ++entry)
-        QVERIFY2(choice.fontMetrics().horizontalAdvance(choice.itemText(entry)) + 40 <=
+        QVERIFY2(choice.fontMetrics().horizontalAdvance(choice.itemText(entry)) +
+                         SkinStyle::ChoiceFrame <=
                      choice.width(),
                  qPrintable(choice.itemText(entry)));
 }
@@ -210,19 +235,87 @@ void TestSkinsShown::controlsDoNotCoverEachOther()
     }
 }
 
-void TestSkinsShown::workingLooksDifferentFromIdle()
+void TestSkinsShown::whatCannotBeUsedLooksSo()
 {
-    const auto picture = [](bool isWorking) {
-        const auto show = shown(isWorking);
-        keepPicture(show->mainWindow(),
-                    isWorking ? QStringLiteral("working") : QStringLiteral("idle"));
-        keepPicture(show->aboutBox(), QStringLiteral("about"));
-        return show->mainWindow().grab().toImage();
+    const auto idle = shown();
+    const auto working = shown(true);
+    keepPicture(idle->mainWindow(), QStringLiteral("idle"));
+    keepPicture(idle->aboutBox(), QStringLiteral("about"));
+    keepPicture(working->mainWindow(), QStringLiteral("working"));
+    working->mainWindow().PctInfo->hide();
+    const auto one = idle->mainWindow().grab().toImage();
+    const auto other = working->mainWindow().grab().toImage();
+    QCOMPARE(one.size(), other.size());
+    const auto ratio = one.devicePixelRatio();
+    for (const auto *const name :
+         {"LstFile", "LblFirst", "LblPrevious", "LblNext", "LblLast", "OptMail", "OptShow",
+          "OptLink", "LblMail", "LblShow", "LblLink", "cmbCompression", "LblConvert"}) {
+        const auto *const control = idle->mainWindow().findChild<QWidget *>(QLatin1String(name));
+        QVERIFY(control);
+        const QRect part(control->pos() * ratio, control->size() * ratio);
+        QVERIFY2(one.copy(part) != other.copy(part), name);
+    }
+}
+
+void TestSkinsShown::theFocusShowsWhereverItIs()
+{
+    const auto show = shown();
+    for (QWidget *const window :
+         {static_cast<QWidget *>(&show->mainWindow()), static_cast<QWidget *>(&show->aboutBox())}) {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        for (auto *const control : focusable(*window)) {
+            for (auto *const other : focusable(*window))
+                other->clearFocus();
+            const auto without = window->grab().toImage();
+            control->setFocus();
+            QVERIFY2(control->hasFocus(), qPrintable(control->objectName()));
+            QVERIFY2(window->grab().toImage() != without, qPrintable(control->objectName()));
+        }
+    }
+}
+
+void TestSkinsShown::everyControlThatTakesTheFocusHasAName()
+{
+    const auto show = shown();
+    for (QWidget *const window :
+         {static_cast<QWidget *>(&show->mainWindow()), static_cast<QWidget *>(&show->aboutBox())}) {
+        for (auto *const control : focusable(*window)) {
+            auto *const spoken = QAccessible::queryAccessibleInterface(control);
+            QVERIFY2(spoken && !spoken->text(QAccessible::Name).isEmpty(),
+                     qPrintable(control->objectName()));
+        }
+    }
+}
+
+void TestSkinsShown::theListHasTheFocusFirst()
+{
+    SkinShowOptions options;
+    options.skin = QStringLiteral("Varnex");
+    options.applicationFolder = QStringLiteral(QUORLIN_SOURCE_DIR "/data");
+    SkinShow show(options);
+    show.mainWindow().show();
+    show.mainWindow().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&show.mainWindow()));
+    QCOMPARE(QApplication::focusWidget(), show.mainWindow().LstFile);
+}
+
+void TestSkinsShown::anotherSkinsPictureDoesNotStayBehindTheBuiltInLayout()
+{
+    SkinShowOptions options;
+    options.applicationFolder = QStringLiteral(QUORLIN_SOURCE_DIR "/data");
+    options.skin = QStringLiteral("None");
+    const auto pictures = [](SkinShow &show) {
+        return QList<QImage>{show.mainWindow().grab().toImage(), show.aboutBox().grab().toImage(),
+                             show.mainWindow().PctInfo->grab().toImage()};
     };
-    const auto idle = picture(false);
-    const auto working = picture(true);
-    QCOMPARE(idle.size(), working.size());
-    QVERIFY(idle != working);
+    SkinShow builtIn(options);
+    const auto expected = pictures(builtIn);
+    SkinShow show(options);
+    show.wear(QStringLiteral("Nightfall"));
+    QVERIFY(pictures(show) != expected);
+    show.wear(QStringLiteral("No such skin"));
+    QCOMPARE(pictures(show), expected);
 }
 
 QTEST_MAIN(TestSkinsShown)

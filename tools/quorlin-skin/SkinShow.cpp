@@ -4,11 +4,11 @@
 #include "skin/AppSkin.h"
 #include "skin/controls/KelLabel.h"
 #include "skin/controls/KelProgressBar.h"
+#include "ui/FileList.h"
 #include "ui/PictureBox.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QListWidget>
 #include <QTextStream>
 
 namespace Quorlin {
@@ -19,12 +19,12 @@ void StreamMessages::show(const QString &text, MessageStyle, const QString &titl
     m_hasShown = true;
 }
 
-SkinShow::SkinShow(const SkinShowOptions &options)
+SkinShow::SkinShow(const SkinShowOptions &options) : m_isWorking(options.isWorking)
 {
     AppText::Initialise(options.applicationFolder, m_messages);
     AppText::LoadLanguage(options.language);
-    m_main.setTexts(m_texts);
-    m_about.setTexts(m_texts, QStringLiteral(QUORLIN_VERSION));
+    m_main.setTexts(m_texts, AppText::GetLanguage());
+    m_about.setTexts(m_texts, AppText::GetLanguage(), QStringLiteral(QUORLIN_VERSION));
     for (const auto &quality : AppText::GetQualityList())
         m_main.cmbCompression->addItem(quality.text);
     m_main.OptShow->setChecked(true);
@@ -34,20 +34,28 @@ SkinShow::SkinShow(const SkinShowOptions &options)
     AppSkin::Initialise(options.applicationFolder, m_messages, m_texts);
     AppSkin::SetWindow(SkinForm::Main, m_mainWindow);
     AppSkin::SetWindow(SkinForm::About, m_aboutBox);
-    AppSkin::SetSkin(options.skin);
-    m_main.setLook(AppSkin::GetLook());
-    m_about.setLook(AppSkin::GetLook());
-    if (const auto zone = AppSkin::GetMinimiseZone())
-        m_main.LblMin->setGeometry(zone->left(0), zone->top(0), zone->right(0) - zone->left(0),
-                                   zone->bottom(0) - zone->top(0));
-    m_main.PctInfo->setVisible(options.isWorking);
-    if (options.isWorking)
+    wear(options.skin);
+    if (m_isWorking)
         showWork();
 }
 
 SkinShow::~SkinShow()
 {
     AppSkin::Finish();
+}
+
+void SkinShow::wear(const QString &skin)
+{
+    AppSkin::SetSkin(skin);
+    const auto isBuiltIn = AppSkin::GetSkinName() == QLatin1String("None");
+    m_main.setLook(AppSkin::GetLook(), isBuiltIn);
+    m_about.setLook(AppSkin::GetLook(), isBuiltIn);
+    if (const auto zone = AppSkin::GetMinimiseZone())
+        m_main.LblMin->setGeometry(zone->left(0), zone->top(0), zone->right(0) - zone->left(0),
+                                   zone->bottom(0) - zone->top(0));
+    // A skin shows every control that it places.
+    m_main.PctInfo->setVisible(m_isWorking);
+    m_main.BarProgress->setVisible(m_isWorking);
 }
 
 void SkinShow::addDocuments()
@@ -78,7 +86,7 @@ void SkinShow::showWork()
             control->objectName() != QLatin1String("imgIcon"))
             control->setEnabled(false);
     }
-    m_main.LblInfo->Caption(AppText::GetText(TextKey::InfoConvert));
+    m_main.setInfo(AppText::GetText(TextKey::InfoConvert));
     m_main.BarProgress->Percent(53);
 }
 

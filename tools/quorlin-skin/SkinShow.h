@@ -45,6 +45,9 @@ public:
     [[nodiscard]] MainForm &mainWindow() { return m_main; }
     [[nodiscard]] AboutForm &aboutBox() { return m_about; }
 
+    /// Puts both windows into a skin; "None", and what cannot be loaded, is the built-in layout.
+    void wear(const QString &skin);
+
     /// False when the skin or the language could not be loaded.
     [[nodiscard]] bool isComplete() const { return !m_messages.hasShown(); }
 
@@ -52,6 +55,7 @@ private:
     void addDocuments();
     void showWork();
 
+    bool m_isWorking;
     StreamMessages m_messages;
     AppTextSource m_texts;
     MainForm m_main;
