@@ -2,7 +2,7 @@
 
 #include "component/protocol/Message.h"
 #include "component/protocol/Protocol.h"
-#include "convert/ProcessGroup.h"
+#include "winsupport/ChildGroup.h"
 
 #include <QFileInfo>
 
@@ -25,7 +25,7 @@ ComponentProcess::ComponentProcess(const ComponentSettings &settings, QObject *p
     m_greetingTimer.setSingleShot(true);
     m_killTimer.setSingleShot(true);
     m_process.setProgram(settings.program);
-    leadOwnProcessGroup(m_process);
+    ChildGroup::lead(m_process);
     connectProcess();
 }
 

@@ -1,6 +1,6 @@
 #include "skin/TimedProcess.h"
 
-#include "skin/ChildGroup.h"
+#include "winsupport/ChildGroup.h"
 
 #include <QEventLoop>
 #include <QProcess>

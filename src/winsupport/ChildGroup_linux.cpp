@@ -1,4 +1,4 @@
-#include "skin/ChildGroup.h"
+#include "winsupport/ChildGroup.h"
 
 #include <QProcess>
 
