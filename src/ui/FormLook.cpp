@@ -63,11 +63,12 @@ void fitText(KelLabel &label)
 void fitChoice(QComboBox &choice)
 {
     const auto widest = [&choice] {
-        auto widest = 0;
-        for (int entry = 0; entry < choice.count(); ++entry)
-            widest =
-                std::max(widest, choice.fontMetrics().horizontalAdvance(choice.itemText(entry)));
-        return widest;
+        auto width = 0;
+        for (int entry = 0; entry < choice.count(); ++entry) {
+            const auto text = choice.itemText(entry);
+            width = std::max(width, choice.fontMetrics().horizontalAdvance(text));
+        }
+        return width;
     };
     auto font = choice.font();
     while (widest() > choice.width() - SkinStyle::ChoiceFrame && font.pixelSize() > LeastFont) {

@@ -10,6 +10,8 @@ namespace {
 
 constexpr int Failed = 1;
 constexpr int WrongUse = 2;
+/// Between the two windows, in pixels.
+constexpr int Gap = 24;
 
 struct Request
 {
@@ -78,6 +80,7 @@ int run(const Request &request)
     }
     if (!request.isAbout)
         main.show();
+    about.move(main.geometry().topRight() + QPoint(Gap, 0));
     about.show();
     return QApplication::exec();
 }
