@@ -1,0 +1,214 @@
+#include "convert/JobDriver.h"
+
+#include "convert/JobWindow.h"
+#include "convert/PDFDistiller.h"
+#include "convert/PDFLib.h"
+#include "convert/PDFMerger.h"
+#include "winsupport/MessageService.h"
+#include "winsupport/TextSource.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Quorlin {
+
+namespace {
+
+// Shares of the progress bar, in percent.
+constexpr int PrintShare = 40;
+constexpr int DistilShare = 40;
+constexpr int MergeShare = 20;
+
+bool fileExists(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+QList<DocumentEntry> entriesOf(const ComponentObject &object)
+{
+    QList<DocumentEntry> entries;
+    for (qint32 index = 1; index <= object.Documents().Count(); ++index)
+        entries.append(object.Documents().Item(index));
+    return entries;
+}
+
+} // namespace
+
+JobDriver::JobDriver(const Parts &parts, const ConversionSettings &settings, QObject *parent)
+    : QObject(parent), m_parts(parts), m_settings(settings)
+{
+    connect(&m_parts.lib, &PDFLib::OnOutputFilename, this, &JobDriver::PDFLib_OnOutputFilename);
+    connect(&m_parts.lib, &PDFLib::OnProgress, this, &JobDriver::PDFLib_OnProgress);
+    connect(&m_parts.lib, &PDFLib::OnComplete, this, &JobDriver::PDFLib_OnComplete);
+    connect(&m_parts.distiller, &PDFDistiller::OnProgress, this,
+            &JobDriver::PDFDistiller_OnProgress);
+    connect(&m_parts.distiller, &PDFDistiller::OnComplete, this,
+            &JobDriver::PDFDistiller_OnComplete);
+    connect(&m_parts.merger, &PDFMerger::OnProgress, this, &JobDriver::PDFMerger_OnProgress);
+    connect(&m_parts.merger, &PDFMerger::OnComplete, this, &JobDriver::PDFMerger_OnComplete);
+}
+
+void JobDriver::LblConvert_Click()
+{
+    const auto documents = m_parts.window.documents();
+    if (m_parts.window.isWorking() || documents.isEmpty())
+        return;
+    SetWorkingMode(true);
+    m_parts.window.setBarValue(0);
+    m_parts.window.setInfo(text("InfoPrint"));
+    auto &list = m_parts.lib.Documents();
+    list.Clear();
+    for (const auto &document : documents)
+        list.Add(document);
+    m_parts.lib.setPrinterName(m_settings.printerName);
+    m_parts.lib.Start();
+}
+
+void JobDriver::SetWorkingMode(bool busy)
+{
+    m_parts.window.setWorkingMode(busy);
+}
+
+/// The flag is carried by contract and changes nothing that can be seen.
+void JobDriver::EndJob(bool)
+{
+    m_parts.window.setBarValue(100);
+    SetWorkingMode(false);
+    m_parts.window.setBarValue(0);
+}
+
+void JobDriver::PDFLib_OnOutputFilename(qint32 &Index, QString &Filename)
+{
+    if (fileExists(Filename))
+        return;
+    // The document is named, not the output that is missing; there is no space before the end.
+    showError(text("ErrorPrintFilename1") + QLatin1Char(' ') +
+              m_parts.lib.Documents().Item(Index).Filename() + text("ErrorPrintFilename2"));
+}
+
+void JobDriver::PDFLib_OnProgress(qint32 &Percent)
+{
+    showProgress(Percent, 0, PrintShare);
+}
+
+void JobDriver::PDFDistiller_OnProgress(qint32 &Percent)
+{
+    showProgress(Percent, PrintShare, DistilShare);
+}
+
+void JobDriver::PDFMerger_OnProgress(qint32 &Percent)
+{
+    showProgress(Percent, PrintShare + DistilShare, MergeShare);
+}
+
+/// Rounds to the nearest percent, halves to even.
+void JobDriver::showProgress(qint32 &percent, int start, int share)
+{
+    percent = std::clamp(percent, 0, 100);
+    const auto exact = start + double(percent) * share / 100;
+    m_parts.window.setBarPercent(int(std::nearbyint(exact)));
+}
+
+void JobDriver::PDFLib_OnComplete(bool &Success, float &)
+{
+    if (!Success) {
+        fail("ErrorPDFLibPrint");
+        return;
+    }
+    const auto *const options = m_settings.jobOptions.Item(m_parts.window.compression() + 1);
+    m_parts.distiller.Documents().Clear();
+    m_parts.window.setInfo(text("InfoConvert"));
+    if (addPrintedDocuments(options ? options->Filename() : QString()))
+        m_parts.distiller.Start();
+    else
+        fail("ErrorPDFLibPrint");
+}
+
+/// Stops at the first document that was not printed; what was added until then stays unstarted.
+bool JobDriver::addPrintedDocuments(const QString &jobOptions)
+{
+    for (const auto &entry : entriesOf(m_parts.lib)) {
+        if (!fileExists(entry.OutputFilename()))
+            return false;
+        m_parts.distiller.Documents().Add(entry.OutputFilename(), {}, jobOptions);
+    }
+    return true;
+}
+
+void JobDriver::PDFDistiller_OnComplete(bool &Success, float &)
+{
+    if (!Success)
+        fail("ErrorPDFLibConvert");
+    else if (m_parts.window.documents().size() >= 2 && m_parts.window.merges())
+        merge();
+    else
+        deliverEach();
+}
+
+void JobDriver::merge()
+{
+    m_parts.merger.Documents().Clear();
+    for (const auto &entry : entriesOf(m_parts.distiller))
+        m_parts.merger.Documents().Add(entry.OutputFilename());
+    m_parts.merger.setBookmarkPerDocument(true);
+    m_parts.window.setInfo(text("InfoMerge"));
+    m_parts.merger.Start();
+}
+
+/// The window is idle after the first result, so that the next job may begin while the others
+/// are still copied: this works on a list of its own.
+void JobDriver::deliverEach()
+{
+    for (const auto &entry : entriesOf(m_parts.distiller)) {
+        if (!fileExists(entry.OutputFilename())) {
+            fail("ErrorPDFLibConvert");
+            continue;
+        }
+        m_parts.delivery.deliver(entry.OutputFilename(),
+                                 ResultDelivery::finalName(entry.Filename()),
+                                 m_parts.window.showsResult());
+        EndJob(true);
+    }
+}
+
+void JobDriver::PDFMerger_OnComplete(bool &Success, float &)
+{
+    const auto merged = m_parts.merger.Documents().Item(1).OutputFilename();
+    if (Success && fileExists(merged))
+        deliverMerged(merged);
+    else
+        fail("ErrorPDFLibMerge");
+}
+
+void JobDriver::deliverMerged(const QString &merged)
+{
+    const auto proposed = ResultDelivery::finalName(m_parts.merger.Documents().Item(1).Filename());
+    const auto target = m_parts.window.askForTarget(text("DialogSaveTitle"),
+                                                    QStringLiteral("Document PDF|*.pdf"), proposed);
+    if (target.isEmpty())
+        QFile::remove(merged);
+    else
+        m_parts.delivery.deliver(merged, target, m_parts.window.showsResult());
+    EndJob(true);
+}
+
+void JobDriver::fail(const char *key)
+{
+    showError(text(key));
+    EndJob(false);
+}
+
+void JobDriver::showError(const QString &text)
+{
+    m_parts.messages.show(text, MessageStyle::Critical, this->text("ErrorWindowTitle"));
+}
+
+QString JobDriver::text(const char *key) const
+{
+    return m_parts.texts.text(QLatin1String(key));
+}
+
+} // namespace Quorlin

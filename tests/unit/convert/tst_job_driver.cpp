@@ -1,0 +1,398 @@
+#include "convert/JobDriver.h"
+
+#include "KeptWindow.h"
+#include "convert/ComponentClient.h"
+#include "convert/PDFDistiller.h"
+#include "convert/PDFLib.h"
+#include "convert/PDFMerger.h"
+#include "support/KeptMessages.h"
+#include "support/TestFolder.h"
+#include "winsupport/TextSource.h"
+#include "winsupport/clsKelCopyFile.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+using namespace Quorlin;
+
+namespace {
+
+/// Every text is its key, so that messages show which texts they are made of.
+class KeyTexts : public TextSource
+{
+public:
+    [[nodiscard]] QString text(const QString &key) const override { return key; }
+};
+
+} // namespace
+
+/// The driver with a component that converts nothing but behaves as asked.
+class TestJobDriver : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void doesNothingWithoutDocuments();
+    void doesNothingWhileTheWindowWorks();
+    void deliversOneDocumentBesideIt();
+    void goesThroughTheStepsInOrder();
+    void endsTheJobOnceForEachDocument();
+    void opensEachResultWhenAsked();
+    void doesNotMergeOneDocument();
+    void mergesIntoTheFileThatTheUserChooses();
+    void copiesNothingWhenTheUserChoosesNoFile();
+    void proposesTheFirstDocumentsName();
+    void opensTheMergedFileWhenAsked();
+    void tellsAFailedPrintingAndEnds();
+    void namesADocumentThatWasNotPrinted();
+    void stopsBeforeDistillingWhenAPrintedFileIsMissing();
+    void tellsAFailedDistilling();
+    void skipsADocumentWhoseDistilledFileIsMissing();
+    void tellsAFailedMerge();
+    void tellsThatAResultCannotBeCopied();
+    void copiesOverAnInputWithoutAPoint();
+    void clampsAndWeighsTheProgress();
+    void handsOnThePrinterAndTheJobOptions();
+    void nextJobWorksAfterAFailedOne();
+    void nextJobWorksAfterTheComponentDied();
+    void leavesNoTemporaryFile();
+
+private:
+    void start(const QList<QByteArray> &names);
+    /// Starts and waits until the window is idle again.
+    void run(const QList<QByteArray> &names);
+    [[nodiscard]] bool isOver() const;
+    [[nodiscard]] QStringList messages() const;
+
+    std::unique_ptr<TestFolder> m_folder;
+    std::unique_ptr<ComponentClient> m_client;
+    std::unique_ptr<PDFLib> m_lib;
+    std::unique_ptr<PDFDistiller> m_distiller;
+    std::unique_ptr<PDFMerger> m_merger;
+    std::unique_ptr<clsKelCopyFile> m_copy;
+    std::unique_ptr<ResultDelivery> m_delivery;
+    std::unique_ptr<JobDriver> m_driver;
+    ConversionSettings m_settings;
+    KeptWindow m_window;
+    KeptMessages m_messages;
+    KeyTexts m_texts;
+    QStringList m_opened;
+};
+
+void TestJobDriver::init()
+{
+    m_folder = std::make_unique<TestFolder>();
+    m_window = {};
+    m_messages.clear();
+    m_opened.clear();
+    m_folder->write("Quorlin.ini", "[Printer]\nName = Test PDF\n[JobOptions]\nLow = l.joboptions\n"
+                                   "High = h.joboptions\n");
+    m_folder->write("Settings/l.joboptions", "<< >> setdistillerparams");
+    m_folder->write("Settings/h.joboptions", "<< >> setdistillerparams");
+    m_settings = *ConversionSettings::load(m_folder->path());
+    ComponentSettings component;
+    component.program = QStringLiteral(QUORLIN_FAKE_COMPONENT);
+    m_client = std::make_unique<ComponentClient>(component);
+    m_lib = std::make_unique<PDFLib>(*m_client);
+    m_distiller = std::make_unique<PDFDistiller>(*m_client);
+    m_merger = std::make_unique<PDFMerger>(*m_client);
+    m_copy = std::make_unique<clsKelCopyFile>();
+    m_delivery = std::make_unique<ResultDelivery>(
+        [this](const QString &source, const QString &destination) {
+            return m_copy->CopyFile(source, destination, true, true);
+        },
+        [this](const QString &name) { m_opened.append(name); }, m_messages, m_texts);
+    m_driver =
+        std::make_unique<JobDriver>(JobDriver::Parts{*m_lib, *m_distiller, *m_merger, m_window,
+                                                     m_messages, m_texts, *m_delivery},
+                                    m_settings);
+}
+
+void TestJobDriver::cleanup()
+{
+    m_driver.reset();
+    m_merger.reset();
+    m_distiller.reset();
+    m_lib.reset();
+    m_client.reset();
+    qunsetenv("QUORLIN_FAKE");
+    qunsetenv("QUORLIN_FAKE_LOG");
+}
+
+void TestJobDriver::start(const QList<QByteArray> &names)
+{
+    m_window.list.clear();
+    for (const auto &name : names)
+        m_window.list.append(m_folder->write(name.constData(), name));
+    m_driver->LblConvert_Click();
+}
+
+bool TestJobDriver::isOver() const
+{
+    return !m_window.working && !m_lib->isRunning() && !m_distiller->isRunning() &&
+           !m_merger->isRunning();
+}
+
+void TestJobDriver::run(const QList<QByteArray> &names)
+{
+    start(names);
+    QTRY_VERIFY_WITH_TIMEOUT(isOver(), 20000);
+}
+
+QStringList TestJobDriver::messages() const
+{
+    QStringList texts;
+    for (const auto &message : m_messages.all()) {
+        if (message.style != MessageStyle::Critical ||
+            message.title != QLatin1String("ErrorWindowTitle"))
+            texts.append(QStringLiteral("wrong style or title"));
+        texts.append(message.text);
+    }
+    return texts;
+}
+
+void TestJobDriver::doesNothingWithoutDocuments()
+{
+    start({});
+    QVERIFY(m_window.events.isEmpty());
+    QVERIFY(!m_lib->isRunning());
+}
+
+void TestJobDriver::doesNothingWhileTheWindowWorks()
+{
+    m_window.working = true;
+    start({"a.txt"});
+    QVERIFY(m_window.events.isEmpty());
+    QVERIFY(!m_lib->isRunning());
+    m_window.working = false;
+    start({"dawdle.txt"});
+    m_driver->LblConvert_Click();
+    QCOMPARE(m_window.count("working"), 1);
+}
+
+void TestJobDriver::deliversOneDocumentBesideIt()
+{
+    run({"a.txt"});
+    QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+    QVERIFY(contentOf(m_folder->path("a.pdf")).contains("a.txt"));
+    QVERIFY(messages().isEmpty());
+    QVERIFY(m_opened.isEmpty());
+}
+
+void TestJobDriver::goesThroughTheStepsInOrder()
+{
+    run({"a.txt"});
+    QCOMPARE(m_window.events,
+             QStringList({QStringLiteral("working"), QStringLiteral("value 0"),
+                          QStringLiteral("InfoPrint"), QStringLiteral("InfoConvert"),
+                          QStringLiteral("value 100"), QStringLiteral("idle"),
+                          QStringLiteral("value 0")}));
+}
+
+void TestJobDriver::endsTheJobOnceForEachDocument()
+{
+    // On purpose: the window is idle when the first result is there.
+    run({"a.txt", "b.txt", "c.txt"});
+    QTRY_COMPARE(m_window.count("idle"), 3);
+    QTRY_VERIFY(QFile::exists(m_folder->path("c.pdf")));
+    QCOMPARE(m_window.count("value 100"), 3);
+}
+
+void TestJobDriver::opensEachResultWhenAsked()
+{
+    m_window.optShow = true;
+    run({"a.txt", "b.txt"});
+    QTRY_COMPARE(m_opened, QStringList({m_folder->path("a.pdf"), m_folder->path("b.pdf")}));
+}
+
+void TestJobDriver::doesNotMergeOneDocument()
+{
+    m_window.optLink = true;
+    run({"a.txt"});
+    QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+    QVERIFY(m_window.questions.isEmpty());
+    QCOMPARE(m_window.count("InfoMerge"), 0);
+}
+
+void TestJobDriver::mergesIntoTheFileThatTheUserChooses()
+{
+    m_window.optLink = true;
+    m_window.answer = m_folder->path("all.pdf");
+    run({"a.txt", "b.txt"});
+    const auto merged = contentOf(m_window.answer);
+    QVERIFY(merged.indexOf("a.txt") >= 0);
+    QVERIFY(merged.indexOf("b.txt") > merged.indexOf("a.txt"));
+    QCOMPARE(m_window.count("InfoMerge"), 1);
+    QCOMPARE(m_window.count("idle"), 1);
+    QVERIFY(!QFile::exists(m_folder->path("a.pdf")));
+    QVERIFY(m_merger->BookmarkPerDocument());
+}
+
+void TestJobDriver::copiesNothingWhenTheUserChoosesNoFile()
+{
+    m_window.optLink = true;
+    run({"a.txt", "b.txt"});
+    QCOMPARE(m_window.questions.size(), 1);
+    QVERIFY(messages().isEmpty());
+    QVERIFY(!QFile::exists(m_folder->path("a.pdf")));
+    QCOMPARE(m_folder->names().size(), 4);
+}
+
+void TestJobDriver::proposesTheFirstDocumentsName()
+{
+    m_window.optLink = true;
+    run({"a.b.txt", "c.txt"});
+    QCOMPARE(m_window.questions, QStringList(QStringLiteral("DialogSaveTitle|Document PDF|*.pdf|") +
+                                             m_folder->path("a.b.pdf")));
+}
+
+void TestJobDriver::opensTheMergedFileWhenAsked()
+{
+    m_window.optLink = true;
+    m_window.optShow = true;
+    m_window.answer = m_folder->path("all.pdf");
+    run({"a.txt", "b.txt"});
+    QCOMPARE(m_opened, QStringList(m_window.answer));
+}
+
+void TestJobDriver::tellsAFailedPrintingAndEnds()
+{
+    qputenv("QUORLIN_FAKE", "absent");
+    run({"a.txt"});
+    QCOMPARE(messages(), QStringList(QStringLiteral("ErrorPDFLibPrint")));
+    QCOMPARE(m_window.count("idle"), 1);
+    QCOMPARE(m_window.count("InfoConvert"), 0);
+}
+
+void TestJobDriver::namesADocumentThatWasNotPrinted()
+{
+    run({"fail.txt"});
+    QVERIFY(!messages().isEmpty());
+    // No space before the second part.
+    QCOMPARE(messages().first(), QStringLiteral("ErrorPrintFilename1 ") +
+                                     m_folder->path("fail.txt") +
+                                     QStringLiteral("ErrorPrintFilename2"));
+}
+
+void TestJobDriver::stopsBeforeDistillingWhenAPrintedFileIsMissing()
+{
+    run({"a.txt", "missing.txt", "c.txt"});
+    QCOMPARE(messages().last(), QStringLiteral("ErrorPDFLibPrint"));
+    QCOMPARE(m_window.count("idle"), 1);
+    QCOMPARE(m_distiller->Documents().Count(), 1);
+    QVERIFY(!QFile::exists(m_folder->path("a.pdf")));
+    QVERIFY(!QFile::exists(m_folder->path("c.pdf")));
+}
+
+void TestJobDriver::tellsAFailedDistilling()
+{
+    run({"perish.txt"});
+    QCOMPARE(messages(), QStringList(QStringLiteral("ErrorPDFLibConvert")));
+    QCOMPARE(m_window.count("idle"), 1);
+    QVERIFY(!QFile::exists(m_folder->path("perish.pdf")));
+}
+
+void TestJobDriver::skipsADocumentWhoseDistilledFileIsMissing()
+{
+    run({"a.txt", "undistillable.txt", "c.txt"});
+    QTRY_COMPARE(m_window.count("idle"), 3);
+    QCOMPARE(messages(), QStringList(QStringLiteral("ErrorPDFLibConvert")));
+    QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+    QVERIFY(QFile::exists(m_folder->path("c.pdf")));
+    QVERIFY(!QFile::exists(m_folder->path("undistillable.pdf")));
+}
+
+void TestJobDriver::tellsAFailedMerge()
+{
+    m_window.optLink = true;
+    m_window.answer = m_folder->path("all.pdf");
+    run({"a.txt", "unmergeable.txt"});
+    QCOMPARE(messages(), QStringList(QStringLiteral("ErrorPDFLibMerge")));
+    QCOMPARE(m_window.count("idle"), 1);
+    QVERIFY(m_window.questions.isEmpty());
+    QVERIFY(!QFile::exists(m_window.answer));
+}
+
+void TestJobDriver::tellsThatAResultCannotBeCopied()
+{
+    m_window.optLink = true;
+    m_window.answer = m_folder->path("no such folder/all.pdf");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no such folder")));
+    run({"a.txt", "b.txt"});
+    QCOMPARE(messages(), QStringList(QStringLiteral("ErrorCopyFilename1 ") + m_window.answer +
+                                     QStringLiteral("ErrorCopyFilename2")));
+    QCOMPARE(m_window.count("idle"), 1);
+}
+
+void TestJobDriver::copiesOverAnInputWithoutAPoint()
+{
+    // The component gives every printed file a point; another one need not.
+    const auto input = m_folder->write("report", "the document");
+    m_distiller->Documents().Add(input);
+    m_distiller->Documents().setOutputFilename(1, m_folder->write("0.tmp", "pdf"));
+    auto success = true;
+    auto duration = 0.0F;
+    Q_EMIT m_distiller->OnComplete(success, duration);
+    QCOMPARE(contentOf(input), QByteArray("pdf"));
+    QVERIFY(messages().isEmpty());
+}
+
+void TestJobDriver::clampsAndWeighsTheProgress()
+{
+    qputenv("QUORLIN_FAKE", "progress");
+    m_window.optLink = true;
+    m_window.answer = m_folder->path("all.pdf");
+    run({"a.txt", "b.txt"});
+    QVERIFY(!m_window.percents.isEmpty());
+    QVERIFY(m_window.percents.contains(0));
+    QVERIFY(m_window.percents.contains(40));
+    QVERIFY(m_window.percents.contains(80));
+    QVERIFY(m_window.percents.contains(100));
+    for (const auto percent : std::as_const(m_window.percents))
+        QVERIFY2(percent >= 0 && percent <= 100, qPrintable(QString::number(percent)));
+}
+
+void TestJobDriver::handsOnThePrinterAndTheJobOptions()
+{
+    m_window.position = 1;
+    run({"a.txt"});
+    QCOMPARE(m_lib->PrinterName(), QStringLiteral("Test PDF"));
+    QCOMPARE(m_distiller->Documents().Item(1).text3(), m_folder->path("Settings/h.joboptions"));
+}
+
+void TestJobDriver::nextJobWorksAfterAFailedOne()
+{
+    run({"fail.txt"});
+    m_messages.clear();
+    run({"a.txt"});
+    QVERIFY(messages().isEmpty());
+    QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+}
+
+void TestJobDriver::nextJobWorksAfterTheComponentDied()
+{
+    run({"die.txt"});
+    QCOMPARE(messages().last(), QStringLiteral("ErrorPDFLibPrint"));
+    m_messages.clear();
+    run({"a.txt"});
+    QVERIFY(messages().isEmpty());
+    QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+}
+
+void TestJobDriver::leavesNoTemporaryFile()
+{
+    const auto before = m_folder->names();
+    run({"a.txt", "b.txt"});
+    QTRY_COMPARE(m_window.count("idle"), 2);
+    auto expected = before + QStringList({QStringLiteral("a.pdf"), QStringLiteral("a.txt"),
+                                          QStringLiteral("b.pdf"), QStringLiteral("b.txt")});
+    expected.sort();
+    QTRY_COMPARE(m_folder->names(), expected);
+}
+
+QTEST_GUILESS_MAIN(TestJobDriver)
+#include "tst_job_driver.moc"
