@@ -159,18 +159,19 @@ void JobDriver::merge()
 }
 
 /// The window is idle after the first result, so that the next job may begin while the others
-/// are still copied: this works on a list of its own.
+/// are still copied: this works on a list of its own, and leaves a window alone that works again.
 void JobDriver::deliverEach()
 {
     for (const auto &entry : entriesOf(m_parts.distiller)) {
-        if (!fileExists(entry.OutputFilename())) {
-            fail("ErrorPDFLibConvert");
-            continue;
-        }
-        m_parts.delivery.deliver(entry.OutputFilename(),
-                                 ResultDelivery::finalName(entry.Filename()),
-                                 m_parts.window.showsResult());
-        EndJob(true);
+        const auto isThere = fileExists(entry.OutputFilename());
+        if (isThere)
+            m_parts.delivery.deliver(entry.OutputFilename(),
+                                     ResultDelivery::finalName(entry.Filename()),
+                                     m_parts.window.showsResult());
+        else
+            showError(text("ErrorPDFLibConvert"));
+        if (!m_parts.lib.isRunning())
+            EndJob(isThere);
     }
 }
 

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 using namespace Quorlin;
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void handsOnThePrinterAndTheJobOptions();
     void nextJobWorksAfterAFailedOne();
     void nextJobWorksAfterTheComponentDied();
+    void aJobBegunWhileResultsAreCopiedIsNotDisturbed();
     void leavesNoTemporaryFile();
 
 private:
@@ -81,6 +83,7 @@ private:
     KeptMessages m_messages;
     KeyTexts m_texts;
     QStringList m_opened;
+    std::function<void()> m_afterCopy;
 };
 
 void TestJobDriver::init()
@@ -89,6 +92,7 @@ void TestJobDriver::init()
     m_window = {};
     m_messages.clear();
     m_opened.clear();
+    m_afterCopy = {};
     m_folder->write("Quorlin.ini", "[Printer]\nName = Test PDF\n[JobOptions]\nLow = l.joboptions\n"
                                    "High = h.joboptions\n");
     m_folder->write("Settings/l.joboptions", "<< >> setdistillerparams");
@@ -103,7 +107,10 @@ void TestJobDriver::init()
     m_copy = std::make_unique<clsKelCopyFile>();
     m_delivery = std::make_unique<ResultDelivery>(
         [this](const QString &source, const QString &destination) {
-            return m_copy->CopyFile(source, destination, true, true);
+            const auto copied = m_copy->CopyFile(source, destination, true, true);
+            if (m_afterCopy)
+                m_afterCopy();
+            return copied;
         },
         [this](const QString &name) { m_opened.append(name); }, m_messages, m_texts);
     m_driver =
@@ -381,6 +388,29 @@ void TestJobDriver::nextJobWorksAfterTheComponentDied()
     run({"a.txt"});
     QVERIFY(messages().isEmpty());
     QVERIFY(QFile::exists(m_folder->path("a.pdf")));
+}
+
+void TestJobDriver::aJobBegunWhileResultsAreCopiedIsNotDisturbed()
+{
+    auto copies = 0;
+    m_afterCopy = [&] {
+        // The window has been idle since the first result; the user converts once more.
+        if (++copies != 2)
+            return;
+        QVERIFY(!m_window.working);
+        m_window.list = QStringList(m_folder->write("next.txt", "next"));
+        m_driver->LblConvert_Click();
+        QVERIFY(m_window.working);
+    };
+    start({"a.txt", "b.txt", "c.txt"});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_folder->path("next.pdf")), 20000);
+    QTRY_VERIFY(isOver());
+    for (const auto *const name : {"a.pdf", "b.pdf", "c.pdf"})
+        QVERIFY2(QFile::exists(m_folder->path(name)), name);
+    QVERIFY(messages().isEmpty());
+    // Idle after the first result of the first job, and after the only one of the second.
+    QCOMPARE(m_window.count("idle"), 2);
+    QCOMPARE(m_window.count("working"), 2);
 }
 
 void TestJobDriver::leavesNoTemporaryFile()
