@@ -90,8 +90,9 @@ Delivery::Outcome Delivery::copy(const QString &source, const QString &target) c
     if (to.open(QIODevice::WriteOnly) && copyBytes(from, to) && to.commit())
         return {};
     const auto why = from.error() == QFileDevice::NoError ? to.errorString() : from.errorString();
-    const auto room = QStorageInfo(QFileInfo(target).absolutePath()).bytesAvailable();
-    const auto reason = room < from.size() ? Reason::NoRoom : Reason::NotAllowed;
+    const QStorageInfo disk(QFileInfo(target).absolutePath());
+    const auto isFull = disk.isValid() && disk.bytesAvailable() < from.size();
+    const auto reason = isFull ? Reason::NoRoom : Reason::NotAllowed;
     return {reason, QStringLiteral("%1 cannot be written: %2").arg(target, why)};
 }
 

@@ -9,10 +9,12 @@ namespace Quorlin {
 
 namespace {
 
+/// A disk of which the system tells nothing is not taken for full.
 bool hasRoom(const QString &folder)
 {
     constexpr qint64 LittleRoom = 1024 * 1024;
-    return QStorageInfo(folder).bytesAvailable() > LittleRoom;
+    const QStorageInfo disk(folder);
+    return !disk.isValid() || disk.bytesAvailable() > LittleRoom;
 }
 
 } // namespace
