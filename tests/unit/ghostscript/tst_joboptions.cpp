@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdlib>
+
 using namespace Quorlin;
 
 namespace {
@@ -378,8 +380,10 @@ void TestJobOptions::oneDistillerTakesOneFileAfterAnother()
                   path(QStringLiteral("first.pdf")), written(QStringLiteral("runs.ps"), program)});
     QCOMPARE(said, QByteArray());
     const auto size = [&](int run) { return QFileInfo(results[run]).size(); };
-    QCOMPARE(size(0), size(3));
-    QCOMPARE(size(1), size(5));
+    // Runs in different seconds hold different dates, which may compress to other lengths.
+    constexpr qint64 OfDates = 32;
+    QVERIFY(std::abs(size(0) - size(3)) < OfDates);
+    QVERIFY(std::abs(size(1) - size(5)) < OfDates);
     QVERIFY(size(1) > size(2) && size(2) > size(3) && size(4) > size(2));
     QCOMPARE(contents(results[3]).left(8), QByteArray("%PDF-1.4"));
 }
