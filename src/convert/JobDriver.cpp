@@ -8,7 +8,6 @@
 #include "winsupport/TextSource.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -21,11 +20,6 @@ namespace {
 constexpr int PrintShare = 40;
 constexpr int DistilShare = 40;
 constexpr int MergeShare = 20;
-
-bool fileExists(const QString &path)
-{
-    return QFileInfo(path).isFile();
-}
 
 QList<DocumentEntry> entriesOf(const ComponentObject &object)
 {
@@ -82,7 +76,7 @@ void JobDriver::EndJob(bool)
 
 void JobDriver::PDFLib_OnOutputFilename(qint32 &Index, QString &Filename)
 {
-    if (fileExists(Filename))
+    if (ResultDelivery::fileExists(Filename))
         return;
     // The document is named, not the output that is missing; there is no space before the end.
     showError(text("ErrorPrintFilename1") + QLatin1Char(' ') +
@@ -131,7 +125,7 @@ void JobDriver::PDFLib_OnComplete(bool &Success, float &)
 bool JobDriver::addPrintedDocuments(const QString &jobOptions)
 {
     for (const auto &entry : entriesOf(m_parts.lib)) {
-        if (!fileExists(entry.OutputFilename()))
+        if (!ResultDelivery::fileExists(entry.OutputFilename()))
             return false;
         m_parts.distiller.Documents().Add(entry.OutputFilename(), {}, jobOptions);
     }
@@ -163,7 +157,7 @@ void JobDriver::merge()
 void JobDriver::deliverEach()
 {
     for (const auto &entry : entriesOf(m_parts.distiller)) {
-        const auto isThere = fileExists(entry.OutputFilename());
+        const auto isThere = ResultDelivery::fileExists(entry.OutputFilename());
         if (isThere)
             m_parts.delivery.deliver(entry.OutputFilename(),
                                      ResultDelivery::finalName(entry.Filename()),
@@ -178,7 +172,7 @@ void JobDriver::deliverEach()
 void JobDriver::PDFMerger_OnComplete(bool &Success, float &)
 {
     const auto merged = m_parts.merger.Documents().Item(1).OutputFilename();
-    if (Success && fileExists(merged))
+    if (Success && ResultDelivery::fileExists(merged))
         deliverMerged(merged);
     else
         fail("ErrorPDFLibMerge");

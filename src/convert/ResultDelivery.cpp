@@ -12,11 +12,6 @@ namespace Quorlin {
 
 namespace {
 
-bool fileExists(const QString &path)
-{
-    return QFileInfo(path).isFile();
-}
-
 bool isSameFile(const QString &one, const QString &other)
 {
     const auto real = QFileInfo(one).canonicalFilePath();
@@ -36,6 +31,11 @@ ResultDelivery::ResultDelivery(Copy copy, Open open, MessageService &messages,
                                const TextSource &texts)
     : m_copy(std::move(copy)), m_open(std::move(open)), m_messages(messages), m_texts(texts)
 {
+}
+
+bool ResultDelivery::fileExists(const QString &path)
+{
+    return QFileInfo(path).isFile();
 }
 
 QString ResultDelivery::finalName(const QString &converterInput)

@@ -34,6 +34,9 @@ public:
     /// a "." in a folder's name does not count, since the result would leave the folder.
     [[nodiscard]] static QString finalName(const QString &converterInput);
 
+    /// Whether a file of this name is there; a folder is none.
+    [[nodiscard]] static bool fileExists(const QString &path);
+
     /// Copies, opens the result when asked, or tells that there is none, and removes the
     /// temporary file in either case. Copying and telling handle events: the object must not go
     /// before this returns.
