@@ -11,11 +11,16 @@ PDFLib::PDFLib(ComponentClient &client, QObject *parent)
 
 bool PDFLib::acceptsFile(const QString &filePath)
 {
-    const auto reason = Acceptance::refusalOf(filePath);
-    if (reason == Reason::None)
+    const auto refusal = refusalOf(filePath);
+    if (refusal.code() == 0)
         return true;
-    m_lastRefusal = Refusal(reason);
+    m_lastRefusal = refusal;
     return false;
+}
+
+Refusal PDFLib::refusalOf(const QString &filePath)
+{
+    return Refusal(Acceptance::refusalOf(filePath));
 }
 
 QStringList PDFLib::extensions(Family family)

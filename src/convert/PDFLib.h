@@ -26,6 +26,9 @@ public:
     /// at the file's beginning; needs no component process.
     [[nodiscard]] bool acceptsFile(const QString &filePath);
 
+    /// Why the component does not take a file; code 0 when it does. May be asked from any thread.
+    [[nodiscard]] static Refusal refusalOf(const QString &filePath);
+
     /// Why the last file was refused; code 0 as long as none was.
     [[nodiscard]] Refusal lastRefusal() const { return m_lastRefusal; }
 

@@ -1,13 +1,11 @@
 #include "tool/DocumentGatherer.h"
 
 #include "component/protocol/Acceptance.h"
-#include "tool/NaturalOrder.h"
+#include "convert/FolderWalk.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
-
-#include <algorithm>
 
 namespace Quorlin {
 
@@ -20,8 +18,7 @@ bool isPdf(const QFileInfo &file)
 
 bool isTaken(const QFileInfo &file)
 {
-    return !file.isDir() && !file.fileName().startsWith(QLatin1String("~$")) &&
-           Acceptance::refusalOf(file.filePath()) == Reason::None;
+    return !file.isDir() && Acceptance::refusalOf(file.filePath()) == Reason::None;
 }
 
 } // namespace
@@ -66,11 +63,7 @@ void DocumentGatherer::addFolder(const QString &path)
         m_remarks.append(QStringLiteral("%1: this folder may not be read").arg(path));
         return;
     }
-    auto entries = QDir(path).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::NoSort);
-    std::ranges::sort(entries, [](const QFileInfo &left, const QFileInfo &right) {
-        return NaturalOrder::less(left.fileName(), right.fileName());
-    });
-    addEntries(entries);
+    addEntries(FolderWalk::entries(path));
 }
 
 void DocumentGatherer::addEntries(const QFileInfoList &entries)

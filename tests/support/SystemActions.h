@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace Quorlin {
@@ -9,6 +10,11 @@ namespace SystemActions {
 
 /// Makes a named pipe that nobody reads or writes.
 [[nodiscard]] bool makeFifo(const QString &path);
+
+/// Makes an empty file. @param path in the system's own bytes, which need not be text.
+[[nodiscard]] bool makeFile(const QByteArray &path);
+/// Removes a file, given in the same way.
+[[nodiscard]] bool removeFile(const QByteArray &path);
 
 /// Gives a file a second name, no link to follow.
 [[nodiscard]] bool makeSecondName(const QString &existing, const QString &path);

@@ -33,6 +33,17 @@ bool makeFifo(const QString &path)
     return ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
 }
 
+bool makeFile(const QByteArray &path)
+{
+    const auto handle = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    return handle >= 0 && ::close(handle) == 0;
+}
+
+bool removeFile(const QByteArray &path)
+{
+    return ::unlink(path.constData()) == 0;
+}
+
 bool makeSecondName(const QString &existing, const QString &path)
 {
     return ::link(QFile::encodeName(existing).constData(), QFile::encodeName(path).constData()) ==

@@ -24,6 +24,12 @@ const QStringList &postScript()
     return names;
 }
 
+/// "~$report.docx", which an office program leaves beside an open "report.docx".
+bool isLockFile(const QFileInfo &file)
+{
+    return file.fileName().startsWith(QLatin1String("~$"));
+}
+
 bool beginsLikePostScript(const QByteArray &head)
 {
     static const QByteArray binaryEpsMark("\xC5\xD0\xD3\xC6", 4);
@@ -76,6 +82,8 @@ Reason refusalOf(const QString &filePath)
     const auto entrance = entranceOf(filePath);
     if (entrance == Entrance::None)
         return Reason::UnknownFormat;
+    if (isLockFile(info))
+        return Reason::LockFile;
     if (info.size() == 0)
         return Reason::Empty;
     QFile file(filePath);

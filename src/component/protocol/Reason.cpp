@@ -21,6 +21,7 @@ constexpr std::array Entries{
     Entry{Reason::NotRegular, "not-regular", "this is not an ordinary file"},
     Entry{Reason::NotReadable, "not-readable", "the file may not be read"},
     Entry{Reason::Empty, "empty", "the file is empty"},
+    Entry{Reason::LockFile, "lock-file", "this only marks a document as open in a program"},
     Entry{Reason::NotPostScript, "not-postscript", "the file is not a PostScript file"},
     Entry{Reason::Protected, "protected", "the document is protected by a password"},
     Entry{Reason::NotPrintable, "not-printable", "its owner does not allow printing"},

@@ -14,6 +14,7 @@ enum class Reason {
     NotRegular = 3,      ///< a folder, device, socket or pipe
     NotReadable = 4,     ///< no permission to read it
     Empty = 5,           ///< no bytes in it
+    LockFile = 6,        ///< what an office program leaves beside an open document
     NotPostScript = 42,  ///< a PostScript name without PostScript inside
     Protected = 50,      ///< a password is needed
     NotPrintable = 51,   ///< its owner does not allow printing

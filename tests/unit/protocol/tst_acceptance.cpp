@@ -42,6 +42,7 @@ private Q_SLOTS:
     void refusesADevice();
     void refusesAPipeWithoutWaitingForIt();
     void refusesAnEmptyFile();
+    void refusesTheLockFileOfAnOfficeProgram();
     void refusesAFileThatIsNotThere();
     void refusesALinkThatLeadsNowhere();
     void refusesAFileThatMayNotBeRead();
@@ -188,6 +189,15 @@ void TestAcceptance::refusesAnEmptyFile()
     const TestFolder folder;
     QCOMPARE(Acceptance::refusalOf(folder.write("report.docx", "")), Reason::Empty);
     QCOMPARE(Acceptance::refusalOf(folder.write("job.ps", "")), Reason::Empty);
+}
+
+void TestAcceptance::refusesTheLockFileOfAnOfficeProgram()
+{
+    const TestFolder folder;
+    QCOMPARE(Acceptance::refusalOf(folder.write("~$report.docx", "user")), Reason::LockFile);
+    QCOMPARE(Acceptance::refusalOf(folder.write("~report.docx", "text")), Reason::None);
+    QCOMPARE(Acceptance::refusalOf(folder.write("report~$.docx", "text")), Reason::None);
+    QCOMPARE(Acceptance::refusalOf(folder.write("~$folder/report.docx", "text")), Reason::None);
 }
 
 void TestAcceptance::refusesAFileThatIsNotThere()

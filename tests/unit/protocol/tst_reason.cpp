@@ -10,11 +10,11 @@ using namespace Quorlin;
 namespace {
 
 constexpr std::array Reasons{
-    Reason::None,         Reason::UnknownFormat,  Reason::NotFound,      Reason::NotRegular,
-    Reason::NotReadable,  Reason::Empty,          Reason::NotPostScript, Reason::Protected,
-    Reason::NotPrintable, Reason::Damaged,        Reason::TookTooLong,   Reason::OutOfMemory,
-    Reason::EngineFailed, Reason::ProgramMissing, Reason::NoRoom,        Reason::NotAllowed,
-    Reason::BadOptions,   Reason::NothingPrinted, Reason::Cancelled};
+    Reason::None,        Reason::UnknownFormat, Reason::NotFound,       Reason::NotRegular,
+    Reason::NotReadable, Reason::Empty,         Reason::LockFile,       Reason::NotPostScript,
+    Reason::Protected,   Reason::NotPrintable,  Reason::Damaged,        Reason::TookTooLong,
+    Reason::OutOfMemory, Reason::EngineFailed,  Reason::ProgramMissing, Reason::NoRoom,
+    Reason::NotAllowed,  Reason::BadOptions,    Reason::NothingPrinted, Reason::Cancelled};
 
 } // namespace
 

@@ -1,4 +1,4 @@
-#include "tool/NaturalOrder.h"
+#include "convert/NaturalOrder.h"
 
 #include <QStringList>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "tool/NaturalOrder.h"
+#include "convert/NaturalOrder.h"
 
 namespace Quorlin::NaturalOrder {
 
