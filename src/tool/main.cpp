@@ -1,7 +1,7 @@
 #include "tool/Console.h"
 #include "tool/ConvertTool.h"
-#include "tool/Interruption.h"
 #include "tool/OptionsReader.h"
+#include "winsupport/Interruption.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
