@@ -1,0 +1,27 @@
+#include "ui/Conversion.h"
+
+#include <QFileInfo>
+
+namespace Quorlin {
+
+bool Conversion::canBeMade(const ComponentSettings &component)
+{
+    const QFileInfo program(component.program);
+    return program.isFile() && program.isExecutable();
+}
+
+Conversion::Conversion(const ComponentSettings &component, const ConversionSettings &settings,
+                       const Surroundings &surroundings)
+    : m_client(component), m_lib(m_client), m_distiller(m_client), m_merger(m_client),
+      m_delivery(
+          [this](const QString &source, const QString &destination) {
+              return pCopyFile.CopyFile(source, destination, true, true);
+          },
+          surroundings.openResult, surroundings.messages, surroundings.texts),
+      m_driver({m_lib, m_distiller, m_merger, surroundings.window, surroundings.messages,
+                surroundings.texts, m_delivery},
+               settings)
+{
+}
+
+} // namespace Quorlin

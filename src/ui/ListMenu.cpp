@@ -1,0 +1,49 @@
+#include "ui/ListMenu.h"
+
+#include "winsupport/TextSource.h"
+
+namespace Quorlin {
+
+ListMenu::ListMenu(QWidget *parent) : NamedMenu("menu_lst", parent)
+{
+    ss_lst_add = addEntry("ss_lst_add");
+    addLine("ss_lst_sep1");
+    ss_lst_open = addEntry("ss_lst_open");
+    ss_lst_remove = addEntry("ss_lst_remove");
+    ss_lst_move = addBranch("menu_lst_move", "ss_lst_move");
+    ss_lst_first = ss_lst_move->addEntry("ss_lst_first");
+    ss_lst_previous = ss_lst_move->addEntry("ss_lst_previous");
+    ss_lst_move->addLine("ss_lst_sep3");
+    ss_lst_next = ss_lst_move->addEntry("ss_lst_next");
+    ss_lst_last = ss_lst_move->addEntry("ss_lst_last");
+    addLine("ss_lst_sep2");
+    ss_lst_clear = addEntry("ss_lst_clear");
+}
+
+void ListMenu::setTexts(const TextSource &texts)
+{
+    const auto name = [&texts](QAction *entry, const char *key) {
+        setText(*entry, texts.text(QLatin1String(key)));
+    };
+    name(ss_lst_add, "MenuLstAdd");
+    name(ss_lst_open, "MenuLstOpen");
+    name(ss_lst_remove, "MenuLstRemove");
+    name(ss_lst_clear, "MenuLstClear");
+    name(ss_lst_move->menuAction(), "MenuLstMove");
+    name(ss_lst_first, "MenuLstFirst");
+    name(ss_lst_previous, "MenuLstPrevious");
+    name(ss_lst_next, "MenuLstNext");
+    name(ss_lst_last, "MenuLstLast");
+}
+
+void ListMenu::setState(bool isEmpty, bool isSelected)
+{
+    const auto hasCurrent = !isEmpty && isSelected;
+    ss_lst_add->setEnabled(true);
+    ss_lst_open->setEnabled(hasCurrent);
+    ss_lst_remove->setEnabled(hasCurrent);
+    ss_lst_move->menuAction()->setEnabled(hasCurrent);
+    ss_lst_clear->setEnabled(!isEmpty);
+}
+
+} // namespace Quorlin

@@ -1,0 +1,34 @@
+#include "ui/NamedMenu.h"
+
+namespace Quorlin {
+
+NamedMenu::NamedMenu(const char *name, QWidget *parent) : QMenu(parent)
+{
+    setObjectName(QLatin1String(name));
+}
+
+QAction *NamedMenu::addEntry(const char *name)
+{
+    auto *const entry = addAction(QString());
+    entry->setObjectName(QLatin1String(name));
+    return entry;
+}
+
+NamedMenu *NamedMenu::addBranch(const char *name, const char *entryName)
+{
+    auto *const branch = new NamedMenu(name, this);
+    addMenu(branch)->setObjectName(QLatin1String(entryName));
+    return branch;
+}
+
+void NamedMenu::addLine(const char *name)
+{
+    addSeparator()->setObjectName(QLatin1String(name));
+}
+
+void NamedMenu::setText(QAction &entry, const QString &text)
+{
+    entry.setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+} // namespace Quorlin
