@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ui/DocumentIntake.h"
+
+#include <QObject>
+
+#include <functional>
+
+namespace Quorlin {
+
+class DocumentList;
+class MessageService;
+class TextSource;
+
+/// Brings documents into the list, whichever way they come. What arrives while a conversion runs
+/// waits for its end, so that the running job keeps the list that it was started with.
+class Arrivals : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// All must outlive the object. @param isWorking whether a conversion runs.
+    Arrivals(DocumentList &list, MessageService &messages, const TextSource &texts,
+             std::function<bool()> isWorking);
+
+    /// Documents and folders, in this order behind what was added before.
+    void add(const QStringList &paths);
+    /// To be called when a conversion has ended.
+    void takeWaiting();
+    /// Some of what was added has not been looked at yet.
+    [[nodiscard]] bool isBusy() const { return m_intake.isBusy(); }
+
+Q_SIGNALS:
+    /// Everything that was added has been looked at.
+    void settled();
+
+private:
+    void take(const QStringList &documents);
+    void tellRefusal(const QString &path);
+
+    DocumentList &m_list;
+    MessageService &m_messages;
+    const TextSource &m_texts;
+    std::function<bool()> m_isWorking;
+    DocumentIntake m_intake;
+    QStringList m_waiting;
+};
+
+} // namespace Quorlin

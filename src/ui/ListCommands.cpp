@@ -1,0 +1,111 @@
+#include "ui/ListCommands.h"
+
+#include "skin/controls/KelLabel.h"
+#include "ui/DocumentList.h"
+#include "ui/FileList.h"
+#include "ui/ListMenu.h"
+#include "ui/MainForm.h"
+
+#include <QCheckBox>
+#include <QShortcut>
+
+#include <utility>
+
+namespace Quorlin {
+
+namespace {
+
+/// From this many documents on, nothing is sent by mail.
+constexpr qsizetype TooManyToSend = 2;
+
+} // namespace
+
+ListCommands::ListCommands(MainForm &form, DocumentList &list, ListMenu &menu,
+                           std::function<bool()> isWorking)
+    : m_form(form), m_list(list), m_menu(menu), m_isWorking(std::move(isWorking))
+{
+    connectButtons();
+    connectMenu();
+    connectKeys();
+    connect(&m_list, &DocumentList::changed, this, &ListCommands::applyMailRule);
+}
+
+void ListCommands::connectButtons()
+{
+    const auto button = [this](KelLabel *label, Action action) {
+        connect(label, &KelLabel::Click, this, [this, action] { run(action); });
+    };
+    button(m_form.LblFirst, &DocumentList::moveToFirst);
+    button(m_form.LblPrevious, &DocumentList::moveUp);
+    button(m_form.LblNext, &DocumentList::moveDown);
+    button(m_form.LblLast, &DocumentList::moveToLast);
+}
+
+void ListCommands::connectMenu()
+{
+    const auto entry = [this](QAction *action, Action command) {
+        connect(action, &QAction::triggered, this, [this, command] { run(command); });
+    };
+    entry(m_menu.ss_lst_remove, &DocumentList::removeCurrent);
+    entry(m_menu.ss_lst_clear, &DocumentList::clear);
+    entry(m_menu.ss_lst_first, &DocumentList::moveToFirst);
+    entry(m_menu.ss_lst_previous, &DocumentList::moveUp);
+    entry(m_menu.ss_lst_next, &DocumentList::moveDown);
+    entry(m_menu.ss_lst_last, &DocumentList::moveToLast);
+    connect(m_menu.ss_lst_add, &QAction::triggered, this, &ListCommands::add);
+    connect(m_menu.ss_lst_open, &QAction::triggered, this, &ListCommands::open);
+}
+
+void ListCommands::connectKeys()
+{
+    connect(m_form.LstFile, &FileList::deleteReleased, this,
+            [this] { run(&DocumentList::removeCurrent); });
+    connect(m_form.LstFile, &FileList::menuAsked, this, &ListCommands::showMenu);
+    addKey(QKeySequence::Open, [this] { add(); });
+    addKey(Qt::Key_Insert, [this] { add(); });
+    addKey(Qt::ALT | Qt::Key_Home, [this] { run(&DocumentList::moveToFirst); });
+    addKey(Qt::ALT | Qt::Key_Up, [this] { run(&DocumentList::moveUp); });
+    addKey(Qt::ALT | Qt::Key_Down, [this] { run(&DocumentList::moveDown); });
+    addKey(Qt::ALT | Qt::Key_End, [this] { run(&DocumentList::moveToLast); });
+}
+
+void ListCommands::addKey(const QKeySequence &keys, const std::function<void()> &action)
+{
+    connect(new QShortcut(keys, &m_form), &QShortcut::activated, this, action);
+}
+
+void ListCommands::run(Action action)
+{
+    if (!m_isWorking())
+        (m_list.*action)();
+}
+
+void ListCommands::add()
+{
+    if (!m_isWorking())
+        Q_EMIT addAsked();
+}
+
+void ListCommands::open()
+{
+    const auto path = m_list.DocFullName(m_form.LstFile->currentRow() + 1);
+    if (!m_isWorking() && !path.isEmpty())
+        Q_EMIT openAsked(path);
+}
+
+void ListCommands::applyMailRule()
+{
+    const auto canSend = m_list.DocFullNameList().size() < TooManyToSend && !m_isWorking();
+    m_form.OptMail->setEnabled(canSend);
+    m_form.LblMail->setEnabled(canSend);
+}
+
+void ListCommands::showMenu(const QPoint &place)
+{
+    if (m_isWorking())
+        return;
+    m_menu.setState(m_list.DocFullNameList().isEmpty(), m_list.hasCurrent());
+    m_menu.popup(place);
+}
+
+} // namespace Quorlin

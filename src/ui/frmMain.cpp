@@ -1,0 +1,336 @@
+#include "ui/frmMain.h"
+
+#include "i18n/AppText.h"
+#include "i18n/mdli18n.h"
+#include "skin/AppSkin.h"
+#include "skin/controls/KelLabel.h"
+#include "ui/AppMenu.h"
+#include "ui/Appearance.h"
+#include "ui/Arrivals.h"
+#include "ui/CommandItems.h"
+#include "ui/Conversion.h"
+#include "ui/DocumentFilter.h"
+#include "ui/FileDialogs.h"
+#include "ui/FileList.h"
+#include "ui/JobControls.h"
+#include "ui/ListCommands.h"
+#include "ui/ListMenu.h"
+#include "ui/QualityChoice.h"
+#include "ui/WindowServices.h"
+#include "ui/frmAbout.h"
+#include "ui/mdlPartner.h"
+#include "winsupport/MessageService.h"
+#include "winsupport/TextSource.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QShortcut>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace Quorlin {
+
+namespace {
+
+/// Of a remembered place, so much must be on a screen: enough of the title bar to take hold of.
+constexpr QSize LeastVisible(80, 24);
+
+bool isOnAScreen(const QPoint &place)
+{
+    const auto screens = QGuiApplication::screens();
+    return std::ranges::any_of(screens, [&place](const QScreen *screen) {
+        return screen->availableGeometry().contains(QRect(place, LeastVisible));
+    });
+}
+
+} // namespace
+
+frmMain::frmMain(const Surroundings &surroundings)
+    : m_surroundings(surroundings), m_settings(surroundings.registry, surroundings.programFolder),
+      m_list(*LstFile),
+      m_controls(std::make_unique<JobControls>(*this, m_list, surroundings.dialogs)),
+      m_arrivals(std::make_unique<Arrivals>(m_list, surroundings.messages, surroundings.texts,
+                                            [this] { return AtWork(); })),
+      menu_app(new AppMenu(this)), menu_lst(new ListMenu(this)),
+      m_listCommands(
+          std::make_unique<ListCommands>(*this, m_list, *menu_lst, [this] { return AtWork(); })),
+      m_appearance(std::make_unique<Appearance>(*this, *menu_app, *menu_lst, surroundings.texts))
+{
+    tFiles.setInterval(0);
+    connect(&tFiles, &QTimer::timeout, this, &frmMain::tFiles_Timer);
+    connect(m_controls.get(), &JobControls::workingModeChanged, this, &frmMain::workingModeChanged);
+    connect(m_arrivals.get(), &Arrivals::settled, this, &frmMain::convertWhatArrived);
+    connect(m_appearance.get(), &Appearance::languageChanged, this, &frmMain::showQualities);
+    connect(m_appearance.get(), &Appearance::skinChanged, m_controls.get(),
+            &JobControls::showState);
+    connectButtons();
+    connectOptions();
+    connectList();
+}
+
+frmMain::~frmMain()
+{
+    AppSkin::SetWindow(SkinForm::Main, {});
+}
+
+void frmMain::connectButtons()
+{
+    connect(lblClose, &KelLabel::Click, this, &QWidget::close);
+    connect(LblMin, &KelLabel::Click, this, &QWidget::showMinimized);
+    connect(LblHelp, &KelLabel::Click, this, &frmMain::LblHelp_Click);
+    connect(LblConvert, &KelLabel::Click, this, &frmMain::startConversion);
+    connect(LblLibConvert, &KelLabel::AccessKeyPress, this, &frmMain::startConversion);
+    connect(menu_app, &AppMenu::aboutChosen, this, &frmMain::ss_app_about_Click);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            &frmMain::LblHelp_Click);
+}
+
+/// A caption does what its option does.
+void frmMain::connectOptions()
+{
+    const auto connectCaption = [this](KelLabel *caption, QCheckBox *option) {
+        const auto toggle = [this, option] {
+            if (!AtWork())
+                option->toggle();
+        };
+        connect(caption, &KelLabel::Click, this, toggle);
+        connect(caption, &KelLabel::AccessKeyPress, this, toggle);
+    };
+    connectCaption(LblShow, OptShow);
+    connectCaption(LblLink, OptLink);
+    connectCaption(LblMail, OptMail);
+    connect(LblCompress, &KelLabel::AccessKeyPress, this,
+            [this] { cmbCompression->setFocus(Qt::ShortcutFocusReason); });
+}
+
+void frmMain::connectList()
+{
+    connect(m_listCommands.get(), &ListCommands::addAsked, this, &frmMain::ss_lst_add_Click);
+    connect(m_listCommands.get(), &ListCommands::openAsked, this, m_surroundings.openFile);
+    connect(LstFile, &FileList::filesDropped, this, [this](const QStringList &paths) {
+        if (!AtWork())
+            m_arrivals->add(paths);
+    });
+}
+
+bool frmMain::load()
+{
+    try {
+        if (loadSteps())
+            return true;
+    } catch (const std::exception &) {
+        m_surroundings.messages.show(
+            QStringLiteral("Erreur inconnu lors du chargement de l'application"),
+            MessageStyle::Plain, QStringLiteral("Quorlin"));
+    }
+    unload();
+    return false;
+}
+
+bool frmMain::loadSteps()
+{
+    mdli18n::AdaptFormFonts(*this);
+    m_controls->showState();
+    m_surroundings.services.pHook(*this);
+    OptShow->setChecked(m_settings.showsResult());
+    OptLink->setChecked(m_settings.merges());
+    m_language = m_settings.language();
+    if (!makeComponent())
+        return false;
+    m_appearance->setLanguage(m_language);
+    cmbCompression->setCurrentIndex(m_settings.quality(cmbCompression->count()));
+    m_surroundings.services.CreateTaskbarProxy(*this, windowTitle());
+    AppSkin::SetWindow(SkinForm::Main, m_skinWindow);
+    m_appearance->setSkin(m_settings.skin());
+    m_appearance->fillMenus();
+    restorePosition();
+    m_isLoaded = true;
+    return true;
+}
+
+/// The component's objects, and what the driver needs to know of printer and qualities.
+bool frmMain::makeComponent()
+{
+    const auto &texts = m_surroundings.texts;
+    if (!Conversion::canBeMade(m_surroundings.component)) {
+        m_surroundings.messages.show(texts.text(QStringLiteral("ErrorPDFLibNotFound")),
+                                     MessageStyle::Critical,
+                                     texts.text(QStringLiteral("ErrorWindowTitle")));
+        return false;
+    }
+    m_conversionSettings = ConversionSettings::load(m_surroundings.programFolder);
+    if (!m_conversionSettings)
+        return false;
+    m_conversion =
+        std::make_unique<Conversion>(m_surroundings.component, *m_conversionSettings,
+                                     Conversion::Surroundings{*m_controls, m_surroundings.messages,
+                                                              texts, m_surroundings.openFile});
+    return true;
+}
+
+void frmMain::warmUp()
+{
+    m_conversion->warm();
+}
+
+void frmMain::restorePosition()
+{
+    const auto place = m_settings.position();
+    if (place && isOnAScreen(*place))
+        move(*place);
+    else if (const auto *const screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
+}
+
+bool frmMain::AtWork() const
+{
+    return m_controls->isWorking();
+}
+
+QString frmMain::Language() const
+{
+    return m_appearance->language();
+}
+
+void frmMain::Language(const QString &name)
+{
+    m_appearance->setLanguage(name);
+}
+
+void frmMain::showQualities()
+{
+    QualityChoice choice(*cmbCompression);
+    m_conversionSettings->jobOptions.refresh(
+        choice, [](const QString &key) { return AppText::GetQualityText(key); });
+}
+
+void frmMain::AddCommandLineFiles(const QString &text)
+{
+    m_arrivals->add(CommandItems::split(text));
+}
+
+void frmMain::ReadPendingFile()
+{
+    const auto text = m_settings.takePendingFile();
+    if (!text.isEmpty())
+        AddCommandLineFiles(text);
+}
+
+void frmMain::ReceiveMessage(const QString &Message)
+{
+    if (!m_pendingText.isEmpty()) {
+        m_pendingText += QLatin1Char(';') + Message;
+        return;
+    }
+    m_pendingText = Message;
+    tFiles.start();
+}
+
+void frmMain::tFiles_Timer()
+{
+    tFiles.stop();
+    AddCommandLineFiles(std::exchange(m_pendingText, {}));
+}
+
+void frmMain::ss_lst_add_Click()
+{
+    const auto &texts = m_surroundings.texts;
+    m_arrivals->add(m_surroundings.dialogs.askForDocuments(
+        texts.text(QStringLiteral("DialogOpenTitle")), DocumentFilter::text(texts)));
+}
+
+/// Documents that still arrive belong to the job that the user asks for.
+void frmMain::startConversion()
+{
+    if (AtWork())
+        return;
+    m_convertsWhenSettled = m_arrivals->isBusy();
+    if (!m_convertsWhenSettled)
+        m_conversion->LblConvert_Click();
+}
+
+void frmMain::convertWhatArrived()
+{
+    if (std::exchange(m_convertsWhenSettled, false))
+        m_conversion->LblConvert_Click();
+}
+
+void frmMain::workingModeChanged(bool working)
+{
+    if (working)
+        return;
+    m_arrivals->takeWaiting();
+    m_listCommands->applyMailRule();
+}
+
+void frmMain::LblHelp_Click()
+{
+    if (!AtWork())
+        m_surroundings.openLink(mdlPartner::GetProductLink(Language()));
+}
+
+void frmMain::ss_app_about_Click()
+{
+    auto *const about = new frmAbout(
+        {m_surroundings.registry, m_surroundings.texts, Language(), m_surroundings.openLink}, this);
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->setWindowModality(Qt::WindowModal);
+    about->show();
+}
+
+void frmMain::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (!AtWork())
+        menu_app->popup(event->globalPos());
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    if (AtWork() && !m_endedBySystem) {
+        event->ignore();
+        return;
+    }
+    unload();
+    event->accept();
+}
+
+void frmMain::endBySystem()
+{
+    m_endedBySystem = true;
+    close();
+    unload();
+}
+
+void frmMain::unload()
+{
+    if (std::exchange(m_isUnloaded, true))
+        return;
+    m_surroundings.services.pUnhook();
+    saveSettings();
+    m_surroundings.services.DestroyTaskbarProxy(*this);
+    Q_EMIT unloaded();
+}
+
+/// What was never in use keeps what is remembered of it: a program that could not start must not
+/// forget what the user had chosen.
+void frmMain::saveSettings()
+{
+    if (m_startMode == 1)
+        m_settings.clearStart();
+    m_settings.setShowsResult(OptShow->isChecked());
+    m_settings.setMerges(OptLink->isChecked());
+    if (!m_isLoaded)
+        return;
+    m_settings.setQuality(cmbCompression->currentIndex());
+    m_settings.setLanguage(Language());
+    m_settings.setSkin(m_appearance->skin());
+    m_settings.setPosition(pos());
+}
+
+} // namespace Quorlin
