@@ -16,7 +16,10 @@ run_packages=(
     'fonts-liberation|fonts-liberation2' fonts-dejavu fonts-opensymbol
     fonts-crosextra-carlito fonts-crosextra-caladea
 )
-test_packages=(python3 qpdf clang-format shellcheck)
+test_packages=(
+    python3 qpdf clang-format shellcheck
+    xvfb openbox icewm xdotool dbus-daemon at-spi2-core python3-gi python3-xlib
+)
 
 # missing_packages ENTRY…: the packages to install, one a line.
 missing_packages() {
