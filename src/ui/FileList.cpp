@@ -1,8 +1,55 @@
 #include "ui/FileList.h"
 
+#include "ui/FileItem.h"
+
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QStyleOptionFrame>
+#include <QSysInfo>
+#include <QUrl>
+
 #include <algorithm>
 
 namespace Quorlin {
+
+namespace {
+
+/// Full path of a file of this computer; empty for any other address.
+QString localPath(QUrl address)
+{
+    const auto host = address.host();
+    const auto isHere = host.isEmpty() || host == QLatin1String("localhost") ||
+                        host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
+    if (!address.isLocalFile() || !isHere)
+        return {};
+    address.setHost(QString());
+    return address.toLocalFile();
+}
+
+bool hasLocalPath(const QMimeData &data)
+{
+    const auto addresses = data.urls();
+    return std::ranges::any_of(addresses,
+                               [](const QUrl &address) { return !localPath(address).isEmpty(); });
+}
+
+/// Never lets the other side move its files away: they are only read here.
+Qt::DropAction actionFor(const QDropEvent &event)
+{
+    for (const auto action : {Qt::CopyAction, Qt::LinkAction})
+        if (event.possibleActions().testFlag(action))
+            return action;
+    return Qt::IgnoreAction;
+}
+
+void answer(QDropEvent &event, bool isTaken)
+{
+    event.setDropAction(isTaken ? actionFor(event) : Qt::IgnoreAction);
+    event.setAccepted(isTaken);
+}
+
+} // namespace
 
 FileList::FileList(QWidget *parent) : QListWidget(parent)
 {
@@ -11,11 +58,115 @@ FileList::FileList(QWidget *parent) : QListWidget(parent)
     setTextElideMode(Qt::ElideMiddle);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setAcceptDrops(true);
 }
 
 void FileList::setBottomRoom(int pixels)
 {
     setViewportMargins(0, 0, 0, std::max(pixels, 0));
+}
+
+void FileList::appendDocuments(const QStringList &documents)
+{
+    for (const auto &document : documents)
+        addItem(new FileItem(document));
+}
+
+QStringList FileList::localPaths(const QMimeData &data)
+{
+    QStringList paths;
+    for (const auto &address : data.urls()) {
+        const auto path = localPath(address);
+        if (!path.isEmpty())
+            paths.append(path);
+    }
+    return paths;
+}
+
+void FileList::dragEnterEvent(QDragEnterEvent *event)
+{
+    setDraggedOver(isEnabled() && actionFor(*event) != Qt::IgnoreAction &&
+                   hasLocalPath(*event->mimeData()));
+    answer(*event, m_isDraggedOver);
+}
+
+void FileList::dragMoveEvent(QDragMoveEvent *event)
+{
+    setDraggedOver(m_isDraggedOver && isEnabled());
+    answer(*event, m_isDraggedOver);
+}
+
+void FileList::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    setDraggedOver(false);
+    event->accept();
+}
+
+void FileList::dropEvent(QDropEvent *event)
+{
+    setDraggedOver(false);
+    const auto paths = isEnabled() ? localPaths(*event->mimeData()) : QStringList();
+    const auto isTaken = !paths.isEmpty() && actionFor(*event) != Qt::IgnoreAction;
+    answer(*event, isTaken);
+    if (isTaken)
+        Q_EMIT filesDropped(paths);
+}
+
+void FileList::setDraggedOver(bool isOver)
+{
+    if (m_isDraggedOver == isOver)
+        return;
+    m_isDraggedOver = isOver;
+    update();
+}
+
+/// The ring of the focus also shows that files can be dropped here.
+void FileList::initStyleOption(QStyleOptionFrame *option) const
+{
+    QListWidget::initStyleOption(option);
+    if (m_isDraggedOver)
+        option->state |= QStyle::State_HasFocus;
+}
+
+void FileList::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        askForMenu();
+    else
+        QListWidget::keyPressEvent(event);
+}
+
+void FileList::keyReleaseEvent(QKeyEvent *event)
+{
+    QListWidget::keyReleaseEvent(event);
+    // A key that is held down is not released in between.
+    if (event->key() == Qt::Key_Delete && !event->isAutoRepeat())
+        Q_EMIT deleteReleased();
+}
+
+void FileList::mousePressEvent(QMouseEvent *event)
+{
+    QListWidget::mousePressEvent(event);
+    if (event->button() == Qt::RightButton)
+        Q_EMIT menuAsked(event->globalPosition().toPoint());
+}
+
+/// The mouse has had its menu with the press of its button.
+void FileList::contextMenuEvent(QContextMenuEvent *event)
+{
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Mouse)
+        askForMenu();
+}
+
+/// Beside the current entry, where that is visible.
+void FileList::askForMenu()
+{
+    const auto room = viewport()->rect();
+    const auto entry = visualItemRect(currentItem()).intersected(room);
+    const auto place = currentItem() && !entry.isEmpty() ? entry.center() : room.center();
+    Q_EMIT menuAsked(viewport()->mapToGlobal(place));
 }
 
 } // namespace Quorlin

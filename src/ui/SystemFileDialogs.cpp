@@ -1,0 +1,58 @@
+#include "ui/SystemFileDialogs.h"
+
+#include "ui/DocumentFilter.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace Quorlin {
+
+QStringList SystemFileDialogs::askForDocuments(const QString &title, const QString &filter)
+{
+    auto *const dialog = makeDialog(title, filter);
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    return ask(dialog);
+}
+
+QString SystemFileDialogs::askForTarget(const QString &title, const QString &filter,
+                                        const QString &proposedName)
+{
+    const QFileInfo proposal(proposedName);
+    if (proposal.isAbsolute())
+        m_folder = proposal.path();
+    auto *const dialog = makeDialog(title, filter);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(QStringLiteral("pdf"));
+    dialog->selectFile(proposal.fileName());
+    return ask(dialog).value(0);
+}
+
+QFileDialog *SystemFileDialogs::makeDialog(const QString &title, const QString &filter)
+{
+    if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
+        m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    auto *const dialog = new QFileDialog(m_window, title, m_folder);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setOption(QFileDialog::HideNameFilterDetails);
+    dialog->setNameFilters(DocumentFilter::toolkitFilters(filter));
+    return dialog;
+}
+
+QStringList SystemFileDialogs::ask(QFileDialog *dialog)
+{
+    // The window may go, and the dialog with it, while the user is asked.
+    const QPointer<QFileDialog> asked(dialog);
+    const auto isChosen = dialog->exec() == QDialog::Accepted;
+    if (!asked)
+        return {};
+    const auto files = isChosen ? dialog->selectedFiles() : QStringList();
+    if (isChosen)
+        m_folder = dialog->directory().absolutePath();
+    delete dialog;
+    return files;
+}
+
+} // namespace Quorlin
