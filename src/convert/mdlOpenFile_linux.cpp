@@ -5,21 +5,35 @@
 
 namespace Quorlin::mdlOpenFile {
 
-int ShellOpenFile(const QString &fileName)
+namespace {
+
+/// @param what an absolute path or an address: the program starts in the root folder, and a name
+/// that begins with "-" must not become an option.
+int open(const QString &what)
 {
-    const QFileInfo file(fileName);
-    if (!file.exists())
-        return FileNotFound;
-    // An absolute path: the program starts in the root folder, and a name that begins with "-"
-    // must not become an option.
     QProcess opener;
     opener.setProgram(QStringLiteral("xdg-open"));
-    opener.setArguments({file.absoluteFilePath()});
+    opener.setArguments({what});
     opener.setWorkingDirectory(QStringLiteral("/"));
     opener.setStandardInputFile(QProcess::nullDevice());
     opener.setStandardOutputFile(QProcess::nullDevice());
     opener.setStandardErrorFile(QProcess::nullDevice());
     return opener.startDetached() ? Opened : NoAssociation;
+}
+
+} // namespace
+
+int ShellOpenFile(const QString &fileName)
+{
+    const QFileInfo file(fileName);
+    if (!file.exists())
+        return FileNotFound;
+    return open(file.absoluteFilePath());
+}
+
+int ShellOpenAddress(const QString &address)
+{
+    return open(address);
 }
 
 } // namespace Quorlin::mdlOpenFile

@@ -7,6 +7,7 @@ class QLabel;
 namespace Quorlin {
 
 class KelLabel;
+class LogoButton;
 class SkinLook;
 class TextSource;
 
@@ -32,14 +33,23 @@ public:
     KelLabel *lblAboutClose;
     KelLabel *lblProductName;
     KelLabel *lblCopyright;
-    QLabel *immAdobeLogo;
+    LogoButton *immAdobeLogo;
     KelLabel *lblAdobeTitle;
     KelLabel *lblAdobeInfo;
     KelLabel *lblAdobeCopyright;
+    /// No skin places it: it stands beside the copyright, or below where that has no room.
+    LogoButton *immMakerLogo;
+    /// Kept for a partner's logo and name; not shown.
+    LogoButton *immPartner;
+    KelLabel *lblPartner;
 
 private:
     KelLabel *makeLabel(const char *name);
-    QLabel *makePicture(const char *name, const char *resource, const QSize &size);
+    QLabel *makeIcon(const char *name);
+    LogoButton *makeLogo(const char *name, const QIcon &picture, const QSize &size);
+    void makePartner();
+    void orderTabs();
+    void placeMakerLogo();
 };
 
 } // namespace Quorlin

@@ -4,15 +4,27 @@ namespace Quorlin {
 
 const AccessibleNames &AccessibleNames::in(const QString &language)
 {
-    static const AccessibleNames english{QStringLiteral("Close"), QStringLiteral("Help"),
-                                         QStringLiteral("Minimise"), QStringLiteral("Documents"),
-                                         QStringLiteral("Progress")};
-    static const AccessibleNames german{QStringLiteral("Schließen"), QStringLiteral("Hilfe"),
-                                        QStringLiteral("Minimieren"), QStringLiteral("Dokumente"),
-                                        QStringLiteral("Fortschritt")};
-    static const AccessibleNames french{QStringLiteral("Fermer"), QStringLiteral("Aide"),
-                                        QStringLiteral("Réduire"), QStringLiteral("Documents"),
-                                        QStringLiteral("Progression")};
+    static const AccessibleNames english{QStringLiteral("Close"),
+                                         QStringLiteral("Help"),
+                                         QStringLiteral("Minimise"),
+                                         QStringLiteral("Documents"),
+                                         QStringLiteral("Progress"),
+                                         QStringLiteral("Web site of Adobe"),
+                                         QStringLiteral("Web site of Varnex Software")};
+    static const AccessibleNames german{QStringLiteral("Schließen"),
+                                        QStringLiteral("Hilfe"),
+                                        QStringLiteral("Minimieren"),
+                                        QStringLiteral("Dokumente"),
+                                        QStringLiteral("Fortschritt"),
+                                        QStringLiteral("Website von Adobe"),
+                                        QStringLiteral("Website von Varnex Software")};
+    static const AccessibleNames french{QStringLiteral("Fermer"),
+                                        QStringLiteral("Aide"),
+                                        QStringLiteral("Réduire"),
+                                        QStringLiteral("Documents"),
+                                        QStringLiteral("Progression"),
+                                        QStringLiteral("Site web d’Adobe"),
+                                        QStringLiteral("Site web de Varnex Software")};
     if (language == QLatin1String("deutsch"))
         return german;
     return language == QStringLiteral("français") ? french : english;

@@ -13,6 +13,8 @@ struct AccessibleNames
     QString minimise;
     QString documents;
     QString progress;
+    QString libraryLogo;
+    QString makerLogo;
 
     /// @param language name of a language; English for one that is not known here.
     [[nodiscard]] static const AccessibleNames &in(const QString &language);

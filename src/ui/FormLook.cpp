@@ -1,5 +1,6 @@
 #include "ui/FormLook.h"
 
+#include "i18n/mdli18n.h"
 #include "skin/SkinLook.h"
 #include "skin/controls/ColorValue.h"
 #include "skin/controls/KelLabel.h"
@@ -86,7 +87,7 @@ QFont font(const SkinLook &look, int pixels, bool isHeading)
     font.setBold(look.isBold());
     if (isHeading && !look.isBold())
         font.setWeight(QFont::DemiBold);
-    return font;
+    return mdli18n::adapted(font);
 }
 
 void apply(const SkinLook &look, QWidget &window)

@@ -23,6 +23,8 @@ inline constexpr QSize IconSize{20, 20};
 /// No text is made smaller than this, in pixels.
 inline constexpr int LeastFont = 9;
 
+/// A font of the look, adapted to the system's locale: East Asian ones are never smaller than 12
+/// pixels.
 /// @param pixels height of the font. @param isHeading bold, also where the look is not.
 [[nodiscard]] QFont font(const SkinLook &look, int pixels, bool isHeading = false);
 

@@ -1,7 +1,9 @@
 #include "ui/SkinnedWindow.h"
 
 #include <QBitmap>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -30,6 +32,44 @@ void SkinnedWindow::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     takeOutline();
+}
+
+/// The outline that a window had before it came to the screen does not always come with it; one
+/// that is set again without a change stays away as well.
+void SkinnedWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    clearMask();
+    takeOutline();
+}
+
+void SkinnedWindow::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_grip = event->position().toPoint();
+    else
+        QWidget::mousePressEvent(event);
+}
+
+void SkinnedWindow::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_grip || !event->buttons().testFlag(Qt::LeftButton)) {
+        QWidget::mouseMoveEvent(event);
+        return;
+    }
+    // The system keeps the mouse to itself until the button is up.
+    if (windowHandle() && windowHandle()->startSystemMove())
+        m_grip.reset();
+    else
+        move(event->globalPosition().toPoint() - *m_grip);
+}
+
+void SkinnedWindow::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_grip.reset();
+    else
+        QWidget::mouseReleaseEvent(event);
 }
 
 /// Every point that the picture touches belongs to the window, so that soft edges stay soft.
