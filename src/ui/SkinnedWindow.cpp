@@ -5,13 +5,28 @@
 #include <QPainter>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace Quorlin {
 
 namespace {
 
 constexpr int MostOutlineParts = 10000;
+
+/// Every point that is not wholly transparent in a picture of alpha values.
+QBitmap touchedPoints(const QImage &alpha)
+{
+    const auto lineBytes = (alpha.width() + 7) / 8;
+    QByteArray bits(qsizetype(lineBytes) * alpha.height(), '\0');
+    for (int row = 0; row < alpha.height(); ++row) {
+        const auto *const line = alpha.constScanLine(row);
+        auto *const to = bits.data() + qsizetype(row) * lineBytes;
+        for (int column = 0; column < alpha.width(); ++column) {
+            if (line[column] > 0)
+                to[column / 8] = char(to[column / 8] | 1 << column % 8);
+        }
+    }
+    return QBitmap::fromData(alpha.size(), reinterpret_cast<const uchar *>(bits.constData()),
+                             QImage::Format_MonoLSB);
+}
 
 } // namespace
 
@@ -31,15 +46,6 @@ void SkinnedWindow::Picture(const SkinPicture &picture)
 void SkinnedWindow::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    takeOutline();
-}
-
-/// The outline that a window had before it came to the screen does not always come with it; one
-/// that is set again without a change stays away as well.
-void SkinnedWindow::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    clearMask();
     takeOutline();
 }
 
@@ -84,12 +90,7 @@ void SkinnedWindow::takeOutline()
     QPainter painter(&outline);
     m_picture.draw(painter, rect());
     painter.end();
-    for (int row = 0; row < outline.height(); ++row) {
-        auto *const line = outline.scanLine(row);
-        std::replace_if(
-            line, line + outline.width(), [](uchar alpha) { return alpha > 0; }, 0xFF);
-    }
-    const QRegion region(QBitmap::fromImage(outline.createAlphaMask(Qt::ThresholdDither)));
+    const QRegion region(touchedPoints(outline));
     // An outline of noise would keep the display busy; such a window is a rectangle.
     if (region.rectCount() > MostOutlineParts)
         clearMask();
