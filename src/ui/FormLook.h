@@ -33,8 +33,9 @@ inline constexpr int LeastFont = 9;
 [[nodiscard]] SkinPicture design(const QString &name);
 
 /// The largest of the sizes from a font's own down to LeastFont in which a label's text fits;
-/// lines are joined first when there is room for one only. Where nothing fits, the label shows
-/// the beginning.
+/// lines are joined first when there is room for one only. A text that can be read whole is worth
+/// more than the least size of East Asian fonts. Where nothing fits, the label shows the
+/// beginning.
 void fitText(KelLabel &label);
 
 /// The same for the entries of a choice.

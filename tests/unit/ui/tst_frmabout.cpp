@@ -32,6 +32,8 @@ private Q_SLOTS:
     void theMakersLogoCoversNoText_data();
     void theMakersLogoCoversNoText();
     void fontsAreAdaptedToTheLocale();
+    void noTextIsCutWhereTheLocaleRaisesTheFonts_data() { theMakersLogoCoversNoText_data(); }
+    void noTextIsCutWhereTheLocaleRaisesTheFonts();
 
 private:
     std::unique_ptr<AboutScene> m_scene;
@@ -185,6 +187,26 @@ void TestFrmAbout::fontsAreAdaptedToTheLocale()
     const auto german = m_scene->opened();
     QCOMPARE(german->property(mdli18n::CharsetProperty), QVariant(0));
     QVERIFY(german->font().family() != face);
+}
+
+void TestFrmAbout::noTextIsCutWhereTheLocaleRaisesTheFonts()
+{
+    QFETCH(QString, skin);
+    qputenv("LC_ALL", "ja_JP.UTF-8");
+    AppSkin::SetSkin(skin);
+    const auto about = m_scene->opened();
+    auto texts = 0;
+    for (const auto *const label : about->findChildren<KelLabel *>()) {
+        if (!label->isVisible() || label->Caption().isEmpty())
+            continue;
+        const auto face = label->face();
+        const auto block = face.textBlock();
+        const auto room = face.inside().size();
+        QVERIFY2(!block.isElided() && block.size().boundedTo(room) == block.size(),
+                 qPrintable(label->objectName()));
+        ++texts;
+    }
+    QCOMPARE(texts, 6);
 }
 
 QTEST_MAIN(TestFrmAbout)
