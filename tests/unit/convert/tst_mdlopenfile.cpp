@@ -24,6 +24,8 @@ private Q_SLOTS:
     void doesNotOpenWhatIsNotThere();
     void failsSilentlyOnADesktopWithoutAnOpener();
     void doesNotWaitForTheProgram();
+    void opensAPageByItsAddress();
+    void tellsOfADesktopWithoutAnOpenerForPages();
 
 private:
     void putOpener(const QByteArray &script) const;
@@ -121,6 +123,19 @@ void TestOpenFile::doesNotWaitForTheProgram()
     QCOMPARE(call(), QByteArray());
     m_folder->write("call.go", "");
     QTRY_COMPARE(call(), QByteArray("done"));
+}
+
+void TestOpenFile::opensAPageByItsAddress()
+{
+    QVERIFY(mdlOpenFile::ShellOpenAddress(QStringLiteral("https://x.example/a?b=$c")) > 32);
+    QTRY_COMPARE(call(), QByteArray("1|/|https://x.example/a?b=$c"));
+}
+
+void TestOpenFile::tellsOfADesktopWithoutAnOpenerForPages()
+{
+    qputenv("PATH", QFile::encodeName(m_folder->makeFolder("empty")));
+    QCOMPARE(mdlOpenFile::ShellOpenAddress(QStringLiteral("https://x.example/")),
+             int(mdlOpenFile::NoAssociation));
 }
 
 QTEST_GUILESS_MAIN(TestOpenFile)
