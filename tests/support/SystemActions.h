@@ -49,6 +49,9 @@ int setFileMask(int mask);
 /// True while somebody else has locked a byte of a file.
 [[nodiscard]] bool isLocked(const QString &path, qint64 byte);
 
+/// Sets how many files this process may have open, and returns the earlier number.
+int limitOpenFiles(int most);
+
 } // namespace SystemActions
 
 /// While it lives, this process has no more rights than an ordinary user: what the

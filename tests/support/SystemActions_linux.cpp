@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -121,6 +122,16 @@ bool isLocked(const QString &path, qint64 byte)
     const bool known = ::fcntl(handle, F_OFD_GETLK, &lock) == 0;
     ::close(handle);
     return known && lock.l_type != F_UNLCK;
+}
+
+int limitOpenFiles(int most)
+{
+    struct rlimit limit = {};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return -1;
+    const auto before = static_cast<int>(limit.rlim_cur);
+    limit.rlim_cur = static_cast<rlim_t>(most);
+    return ::setrlimit(RLIMIT_NOFILE, &limit) == 0 ? before : -1;
 }
 
 } // namespace SystemActions

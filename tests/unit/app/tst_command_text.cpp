@@ -1,0 +1,141 @@
+#include "app/CommandText.h"
+
+#include "support/TestFolder.h"
+
+#include <QTest>
+#include <QUrl>
+
+using namespace Quorlin;
+
+class CommandTextTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isEmptyWithoutArguments();
+    void joinsWithCommasInOrder();
+    void makesAnExistingRelativePathAbsolute();
+    void makesAnExistingRelativeFolderAbsolute();
+    void keepsWhatNamesNothing();
+    void keepsAbsolutePaths();
+    void keepsAnEmptyArgument();
+    void keepsSpacesAndCommasOfAPath();
+    void turnsFileAddressesIntoPaths_data();
+    void turnsFileAddressesIntoPaths();
+    void keepsOtherAddresses_data();
+    void keepsOtherAddresses();
+    void takesAFileThatIsNamedLikeAnAddress();
+    void worksWithoutAWorkingFolder();
+
+private:
+    TestFolder m_folder;
+
+    [[nodiscard]] QString make(const QStringList &arguments) const
+    {
+        return CommandText::make(arguments, m_folder.path());
+    }
+};
+
+void CommandTextTest::isEmptyWithoutArguments()
+{
+    QVERIFY(CommandText::make({}).isEmpty());
+}
+
+void CommandTextTest::joinsWithCommasInOrder()
+{
+    QCOMPARE(make({QStringLiteral("/b.xls"), QStringLiteral("/a.doc")}),
+             QStringLiteral("/b.xls,/a.doc"));
+}
+
+void CommandTextTest::makesAnExistingRelativePathAbsolute()
+{
+    const auto path = m_folder.write("in/Bericht für Ärzte.doc", "x");
+    QCOMPARE(make({QStringLiteral("in/Bericht für Ärzte.doc")}), path);
+}
+
+void CommandTextTest::makesAnExistingRelativeFolderAbsolute()
+{
+    const auto path = m_folder.makeFolder("documents");
+    QCOMPARE(make({QStringLiteral("documents")}), path);
+}
+
+void CommandTextTest::keepsWhatNamesNothing()
+{
+    QCOMPARE(make({QStringLiteral("missing.doc"), QStringLiteral("-x"), QStringLiteral("\"q\"")}),
+             QStringLiteral("missing.doc,-x,\"q\""));
+}
+
+void CommandTextTest::keepsAbsolutePaths()
+{
+    const auto path = m_folder.write("a.doc", "x");
+    const auto odd = m_folder.path() + QStringLiteral("/./a.doc");
+    QCOMPARE(make({path, odd, QStringLiteral("/nowhere/b.doc")}),
+             path + QLatin1Char(',') + odd + QStringLiteral(",/nowhere/b.doc"));
+}
+
+void CommandTextTest::keepsAnEmptyArgument()
+{
+    QCOMPARE(make({QStringLiteral("/a.doc"), QString()}), QStringLiteral("/a.doc,"));
+}
+
+/// The list knows no escape: a path with a comma becomes two items at the other end.
+void CommandTextTest::keepsSpacesAndCommasOfAPath()
+{
+    const auto path = m_folder.write("a b,c.doc", "x");
+    QCOMPARE(make({QStringLiteral("a b,c.doc")}), path);
+}
+
+void CommandTextTest::turnsFileAddressesIntoPaths_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("three slashes") << "file:///d/a.doc"
+                                   << "/d/a.doc";
+    QTest::newRow("one slash") << "file:/d/a.doc"
+                               << "/d/a.doc";
+    QTest::newRow("this machine") << "file://localhost/d/a.doc"
+                                  << "/d/a.doc";
+    QTest::newRow("capitals") << "FILE:///d/a.doc"
+                              << "/d/a.doc";
+    QTest::newRow("encoded") << "file:///d/a%20b%2Cc%C3%A9.doc" << QStringLiteral("/d/a b,cé.doc");
+    QTest::newRow("sign of a fragment") << "file:///d/a%23b.doc"
+                                        << "/d/a#b.doc";
+    QTest::newRow("percent that encodes nothing") << "file:///d/100%.doc"
+                                                  << "/d/100%.doc";
+}
+
+void CommandTextTest::turnsFileAddressesIntoPaths()
+{
+    QFETCH(const QString, address);
+    QFETCH(const QString, path);
+    QCOMPARE(make({address}), path);
+}
+
+void CommandTextTest::keepsOtherAddresses_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::newRow("another machine") << "file://server/d/a.doc";
+    QTest::newRow("another scheme") << "ftp://server/a.doc";
+    QTest::newRow("no path") << "file:";
+    QTest::newRow("zero byte") << "file:///d/a%00b.doc";
+}
+
+void CommandTextTest::keepsOtherAddresses()
+{
+    QFETCH(const QString, address);
+    QCOMPARE(make({address}), address);
+}
+
+void CommandTextTest::takesAFileThatIsNamedLikeAnAddress()
+{
+    const auto path = m_folder.write("file:a.doc", "x");
+    QCOMPARE(make({QStringLiteral("file:a.doc")}), path);
+}
+
+void CommandTextTest::worksWithoutAWorkingFolder()
+{
+    QCOMPARE(CommandText::make({QStringLiteral("a.doc")}, {}), QStringLiteral("a.doc"));
+}
+
+QTEST_GUILESS_MAIN(CommandTextTest)
+#include "tst_command_text.moc"
