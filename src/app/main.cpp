@@ -8,7 +8,6 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quorlin"));
     QApplication::setApplicationVersion(QStringLiteral(QUORLIN_VERSION));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Quorlin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("quorlin"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/quorlin/quorlin.svg")));
     // The window says when the program ends: a message may come before the window does.

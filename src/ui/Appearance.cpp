@@ -5,8 +5,13 @@
 #include "skin/controls/KelLabel.h"
 #include "ui/AccessKeys.h"
 #include "ui/AppMenu.h"
+#include "ui/FormLook.h"
 #include "ui/ListMenu.h"
 #include "ui/MainForm.h"
+#include "ui/SkinStyle.h"
+
+#include <QApplication>
+#include <QMenu>
 
 namespace Quorlin {
 
@@ -65,7 +70,13 @@ void Appearance::setSkin(const QString &name)
 
 void Appearance::showLook()
 {
-    m_form.setLook(AppSkin::GetLook(), skin() == QLatin1String("None"));
+    const auto look = AppSkin::GetLook();
+    // Dialogs, menus and tool tips are windows of their own.
+    QApplication::setPalette(SkinStyle::paletteFor(look));
+    QApplication::setFont(FormLook::font(look, look.fontSize()));
+    m_form.setLook(look, skin() == QLatin1String("None"));
+    for (auto *const menu : m_form.findChildren<QMenu *>())
+        menu->setFont(FormLook::font(look, look.fontSize()));
     const auto zone = AppSkin::GetMinimiseZone();
     m_form.LblMin->setVisible(zone.has_value());
     if (zone)

@@ -215,6 +215,11 @@ void frmMain::AddCommandLineFiles(const QString &text)
     m_arrivals->add(CommandItems::split(text));
 }
 
+bool frmMain::isTakingIn() const
+{
+    return m_arrivals->isBusy();
+}
+
 void frmMain::ReadPendingFile()
 {
     const auto text = m_settings.takePendingFile();

@@ -88,6 +88,8 @@ public:
 
     /// Adds the documents and folders that a command text names, separated by ",".
     void AddCommandLineFiles(const QString &text);
+    /// Not everything that was added has been looked at yet.
+    [[nodiscard]] bool isTakingIn() const;
     /// Takes what another program has left for this one.
     void ReadPendingFile();
     /// A command text of another start. It is handled a little later. Texts that come until then
