@@ -2,6 +2,8 @@
 
 #include "app/LocalSocket.h"
 
+#include <QTest>
+
 namespace Quorlin {
 
 namespace {
@@ -28,9 +30,14 @@ QStringList Runner::lines()
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-bool Runner::hasEndedWell() const
+bool Runner::says(const char *line)
 {
-    return m_process.state() == QProcess::NotRunning &&
+    return QTest::qWaitFor([&] { return has(line); }, MostMilliseconds);
+}
+
+bool Runner::endsWell()
+{
+    return QTest::qWaitFor([this] { return !isRunning(); }, MostMilliseconds) &&
            m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }
 

@@ -25,11 +25,14 @@ public:
     /// What it has printed so far.
     [[nodiscard]] QStringList lines();
     /// Whether it has printed this line.
-    [[nodiscard]] bool has(const char *line) { return lines().contains(QLatin1String(line)); }
+    [[nodiscard]] bool has(const char *line) { return lines().contains(QString::fromUtf8(line)); }
     [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     [[nodiscard]] qint64 id() const { return m_process.processId(); }
-    /// True when it has ended by itself with code 0.
-    [[nodiscard]] bool hasEndedWell() const;
+    /// Waits until it prints a line, in UTF-8, and handles events meanwhile.
+    [[nodiscard]] bool says(const char *line);
+    /// Waits until it ends, and handles events meanwhile. @return true when it ended by itself
+    /// with code 0.
+    [[nodiscard]] bool endsWell();
 
     /// Without any chance to clean up; returns when it is gone.
     void kill();

@@ -10,6 +10,8 @@
 #include <QTest>
 
 #include <ctime>
+#include <limits>
+#include <list>
 
 using namespace Quorlin;
 using Mark = InstanceChannel::Mark;
@@ -284,7 +286,7 @@ void InstanceChannelTest::endsItsSendingAfterTwoSeconds()
     clock.start();
     QVERIFY(!sender.deliver(HandoffFrame::ofText(QStringLiteral("a.doc"))));
     const auto took = clock.elapsed();
-    QVERIFY2(took >= 1900 && took < 3000, qPrintable(QString::number(took)));
+    QVERIFY2(took >= 1900 && took < 4000, qPrintable(QString::number(took)));
     QTRY_COMPARE(m_texts, QStringList{QStringLiteral("a.doc")});
 }
 
@@ -344,22 +346,28 @@ void InstanceChannelTest::takesItsNameAwayWhenGivenUp()
     QCOMPARE(namesIn(m_scene->folder()).filter(QStringLiteral("socket")), QStringList());
 }
 
+/// The best of some tries counts: the machine may have other work.
 void InstanceChannelTest::isQuickAtStart()
 {
-    listen();
-    QElapsedTimer clock;
-    clock.start();
-    InstanceChannel other(m_scene->folder());
-    QCOMPARE(other.claim(), Mark::Others);
-    QVERIFY(other.isServerThere());
-    const auto searched = clock.nsecsElapsed();
-    m_channel->giveUp();
-    clock.restart();
-    QVERIFY(other.claim() == Mark::Ours && other.listen([](const HandoffFrame &) {}));
-    const auto marked = clock.nsecsElapsed();
-    qInfo("looked in %lld us, marked in %lld us", searched / 1000, marked / 1000);
-    // Far more than it takes, for a machine with other work.
-    QVERIFY(searched < 50'000'000 && marked < 50'000'000);
+    constexpr qint64 MostToLook = 2000000;
+    constexpr qint64 MostToMark = 1000000;
+    auto looked = std::numeric_limits<qint64>::max();
+    auto marked = looked;
+    for (int round = 0; round < 20; ++round) {
+        QVERIFY(m_channel->claim() == Mark::Ours);
+        listen();
+        QElapsedTimer clock;
+        clock.start();
+        InstanceChannel other(m_scene->folder());
+        QVERIFY(other.claim() == Mark::Others && other.isServerThere());
+        looked = std::min(looked, clock.nsecsElapsed());
+        m_channel->giveUp();
+        clock.restart();
+        QVERIFY(other.claim() == Mark::Ours && other.listen([](const HandoffFrame &) {}));
+        marked = std::min(marked, clock.nsecsElapsed());
+    }
+    qInfo("looked in %lld us, marked in %lld us", looked / 1000, marked / 1000);
+    QVERIFY(looked < MostToLook && marked < MostToMark);
 }
 
 QTEST_GUILESS_MAIN(InstanceChannelTest)

@@ -55,42 +55,42 @@ void InstanceProcessesTest::cleanup()
 void InstanceProcessesTest::handsItsTextToTheEarlierInstance()
 {
     const auto server = m_scene->run("start", QStringLiteral("own.doc"));
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     const auto second = m_scene->run("start", QStringLiteral("/d/ä 第.doc,/d/b.doc"));
-    QTRY_VERIFY(second->hasEndedWell());
+    QVERIFY(second->endsWell());
     QCOMPARE(second->lines(), (QStringList{QStringLiteral("waiting"), QStringLiteral("sent")}));
-    QTRY_VERIFY(server->lines().contains(QStringLiteral("got /d/ä 第.doc,/d/b.doc")));
+    QVERIFY(server->says("got /d/ä 第.doc,/d/b.doc"));
     QVERIFY(server->isRunning());
 }
 
 void InstanceProcessesTest::opensASecondWindowWithoutDocuments()
 {
     const auto server = m_scene->run("start");
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     const auto second = m_scene->run("start");
-    QTRY_VERIFY(second->has("window"));
+    QVERIFY(second->says("window"));
     const auto sender = m_scene->run("start", QStringLiteral("a.doc"));
-    QTRY_VERIFY(server->has("got a.doc"));
+    QVERIFY(server->says("got a.doc"));
     QCOMPARE(second->lines(), QStringList{QStringLiteral("window")});
 }
 
 void InstanceProcessesTest::doesNotCountALockThatACrashLeft()
 {
     auto server = m_scene->run("start", QStringLiteral("own.doc"));
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     server->kill();
     QVERIFY(QFileInfo::exists(m_scene->lockPath()));
     QCOMPARE(namesIn(m_scene->folder()).size(), 2);
     const auto next = m_scene->run("start", QStringLiteral("own.doc"));
-    QTRY_VERIFY(next->has("window"));
+    QVERIFY(next->says("window"));
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
-    QTRY_VERIFY(next->has("got a.doc"));
+    QVERIFY(next->says("got a.doc"));
 }
 
 void InstanceProcessesTest::doesNotGiveTheLockToProgramsThatItStarts()
 {
     auto server = m_scene->run("parent", QStringLiteral("own.doc"));
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     const auto child = server->lines().constFirst().mid(6).toLongLong();
     QVERIFY(SystemActions::isRunning(child));
     server->kill();
@@ -107,32 +107,29 @@ void InstanceProcessesTest::doesNotGiveTheLockToProgramsThatItStarts()
 void InstanceProcessesTest::takesTheMarkOverWhenTheMarkedWindowCloses()
 {
     const auto server = m_scene->run("start");
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     const auto second = m_scene->run("start");
-    QTRY_VERIFY(second->has("window"));
+    QVERIFY(second->says("window"));
     server->close();
-    QTRY_VERIFY(server->hasEndedWell());
+    QVERIFY(server->endsWell());
     const InstanceChannel channel(m_scene->folder());
     QTRY_VERIFY(channel.isServerThere());
     const auto sender = m_scene->run("start", QStringLiteral("a.doc"));
-    QTRY_VERIFY(second->has("got a.doc"));
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(second->says("got a.doc"));
+    QVERIFY(sender->endsWell());
 }
 
 void InstanceProcessesTest::takesTheMarkOverWhenTheMarkedProcessIsKilled()
 {
     const auto server = m_scene->run("start");
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     const auto second = m_scene->run("start");
-    QTRY_VERIFY(second->has("window"));
+    QVERIFY(second->says("window"));
     server->kill();
     const InstanceChannel channel(m_scene->folder());
-    QElapsedTimer clock;
-    clock.start();
     QTRY_VERIFY(channel.isServerThere());
-    QVERIFY(clock.elapsed() < 2000);
     const auto sender = m_scene->run("start", QStringLiteral("a.doc"));
-    QTRY_VERIFY(second->has("got a.doc"));
+    QVERIFY(second->says("got a.doc"));
 }
 
 /// It holds the mark already and has no window yet.
@@ -141,14 +138,14 @@ void InstanceProcessesTest::waitsForAnInstanceThatIsStillStarting()
     InstanceChannel starting(m_scene->folder());
     QCOMPARE(starting.claim(), Mark::Ours);
     const auto second = m_scene->run("start", QStringLiteral("a.doc"));
-    QTRY_VERIFY(second->has("waiting"));
+    QVERIFY(second->says("waiting"));
     QStringList texts;
     QVERIFY(starting.listen([&](const HandoffFrame &frame) {
         if (frame.kind == HandoffFrame::Kind::Text)
             texts.append(frame.text());
     }));
-    QTRY_COMPARE(texts, QStringList{QStringLiteral("a.doc")});
-    QTRY_VERIFY(second->hasEndedWell());
+    QVERIFY(second->endsWell());
+    QCOMPARE(texts, QStringList{QStringLiteral("a.doc")});
 }
 
 void InstanceProcessesTest::becomesTheFirstWhenTheStartingInstanceDies()
@@ -156,9 +153,9 @@ void InstanceProcessesTest::becomesTheFirstWhenTheStartingInstanceDies()
     InstanceChannel starting(m_scene->folder());
     QCOMPARE(starting.claim(), Mark::Ours);
     const auto second = m_scene->run("start", QStringLiteral("a.doc"));
-    QTRY_VERIFY(second->has("waiting"));
+    QVERIFY(second->says("waiting"));
     starting.giveUp();
-    QTRY_VERIFY(second->has("window"));
+    QVERIFY(second->says("window"));
 }
 
 void InstanceProcessesTest::startFifty()
@@ -188,7 +185,7 @@ void InstanceProcessesTest::checkFifty()
     for (const auto &start : m_starts) {
         if (start == *server)
             continue;
-        QVERIFY(start->hasEndedWell());
+        QVERIFY(start->endsWell());
         QCOMPARE(start->lines(), (QStringList{QStringLiteral("waiting"), QStringLiteral("sent")}));
     }
 }
@@ -202,7 +199,7 @@ void InstanceProcessesTest::hasOneServerAmongFiftyStartsAtOnce()
 void InstanceProcessesTest::hasOneServerAmongFiftyStartsAfterAKill()
 {
     const auto server = m_scene->run("start", QStringLiteral("own.doc"));
-    QTRY_VERIFY(server->has("window"));
+    QVERIFY(server->says("window"));
     server->kill();
     startFifty();
     checkFifty();

@@ -1,12 +1,10 @@
 #include "InstanceScene.h"
 #include "MarkedWindow.h"
 
-#include "app/LocalSocket.h"
 #include "app/mdlMultipleInstanceDialog.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace Quorlin;
@@ -67,7 +65,7 @@ void MultipleInstanceTest::cutsATextOf3000CharactersToItsFirst2048()
     for (int index = 0; index < 3000; ++index)
         text.append(QChar(u'a' + index % 26));
     const auto sender = m_scene->run("send", text);
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(sender->endsWell());
     QCOMPARE(m_window->texts, QStringList{text.left(2048)});
 }
 
@@ -75,9 +73,9 @@ void MultipleInstanceTest::cutsATextOf3000CharactersToItsFirst2048()
 void MultipleInstanceTest::handsTwoQuickTextsOnInTheirOrder()
 {
     const auto first = m_scene->run("send", QStringLiteral("a.doc"));
-    QTRY_VERIFY(first->hasEndedWell());
+    QVERIFY(first->endsWell());
     const auto second = m_scene->run("send", QStringLiteral("b.doc"));
-    QTRY_VERIFY(second->hasEndedWell());
+    QVERIFY(second->endsWell());
     QCOMPARE(m_window->texts, (QStringList{QStringLiteral("a.doc"), QStringLiteral("b.doc")}));
 }
 
@@ -88,7 +86,8 @@ void MultipleInstanceTest::neverSendsAnEmptyText()
     QVERIFY(mdlMultipleInstanceDialog::GetServer());
     mdlMultipleInstanceDialog::SendData({});
     const auto sender = m_scene->run("send", QStringLiteral("after"));
-    QTRY_COMPARE(m_window->texts, QStringList{QStringLiteral("after")});
+    QVERIFY(sender->endsWell());
+    QCOMPARE(m_window->texts, QStringList{QStringLiteral("after")});
     QTRY_VERIFY(!m_window->isMinimized());
 }
 
@@ -103,6 +102,7 @@ void MultipleInstanceTest::restoresAMinimisedServerBeforeItComesToTheFront()
     connect(qApp, &QApplication::focusWindowChanged, m_window.get(),
             [&] { wasMinimised = m_window->isMinimized(); });
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
+    QVERIFY(sender->endsWell());
     QTRY_VERIFY(m_window->isActiveWindow());
     QVERIFY(!wasMinimised);
     QVERIFY(!m_window->isMinimized());
@@ -115,6 +115,7 @@ void MultipleInstanceTest::bringsAServerToTheFrontThatIsNotMinimised()
     other.activateWindow();
     QTRY_VERIFY(other.isActiveWindow());
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
+    QVERIFY(sender->endsWell());
     QTRY_VERIFY(m_window->isActiveWindow());
 }
 
@@ -124,6 +125,7 @@ void MultipleInstanceTest::handsOnTheTokenOfTheSendersDesktop()
     qputenv("XDG_ACTIVATION_TOKEN", "token-1");
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
     qunsetenv("XDG_ACTIVATION_TOKEN");
+    QVERIFY(sender->endsWell());
     QTRY_VERIFY(!m_window->isMinimized());
     QCOMPARE(m_window->tokenAtChange, QByteArray("token-1"));
     QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
@@ -133,6 +135,7 @@ void MultipleInstanceTest::keepsAMaximisedWindowMaximised()
 {
     m_window->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
+    QVERIFY(sender->endsWell());
     QTRY_VERIFY(!m_window->isMinimized());
     QVERIFY(m_window->isMaximized());
 }
@@ -141,7 +144,7 @@ void MultipleInstanceTest::sendsNothingWithoutAServer()
 {
     mdlMultipleInstanceDialog::pUnhook();
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(sender->endsWell());
     QCOMPARE(sender->lines(), QStringList{QStringLiteral("nobody")});
     QElapsedTimer clock;
     clock.start();
@@ -188,7 +191,7 @@ void MultipleInstanceTest::endsInTwoSecondsWhenTheServerNeverAnswers()
     clock.start();
     mdlMultipleInstanceDialog::SendData(QStringLiteral("a.doc"));
     const auto took = clock.elapsed();
-    QVERIFY2(took >= 1900 && took < 3500, qPrintable(QString::number(took)));
+    QVERIFY2(took >= 1900 && took < 4000, qPrintable(QString::number(took)));
     QVERIFY(m_window->texts.isEmpty());
     QTRY_COMPARE(m_window->texts, QStringList{QStringLiteral("a.doc")});
     QTRY_VERIFY2(!m_window->isMinimized(), "the window must come in any case");
@@ -199,10 +202,10 @@ void MultipleInstanceTest::receivesWhileAnotherEventLoopRuns()
     QEventLoop nested;
     m_window->whileReceiving = [&nested] { nested.quit(); };
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
-    QTimer::singleShot(10000, &nested, &QEventLoop::quit);
+    QTimer::singleShot(30000, &nested, &QEventLoop::quit);
     nested.exec();
     QCOMPARE(m_window->texts, QStringList{QStringLiteral("a.doc")});
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(sender->endsWell());
 }
 
 /// The text reaches the member while its sender still waits, so the member must only keep it.
@@ -212,7 +215,7 @@ void MultipleInstanceTest::onlyStoresInTheHandler()
     bool waited = false;
     m_window->whileReceiving = [&] { waited = sender->isRunning(); };
     sender = m_scene->run("send", QStringLiteral("a.doc"));
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(sender->endsWell());
     QVERIFY(waited);
 }
 
@@ -258,7 +261,7 @@ void MultipleInstanceTest::mayBeHookedAgain()
     mdlMultipleInstanceDialog::pHook(m_window.get());
     mdlMultipleInstanceDialog::pHook(m_window.get());
     const auto sender = m_scene->run("send", QStringLiteral("a.doc"));
-    QTRY_VERIFY(sender->hasEndedWell());
+    QVERIFY(sender->endsWell());
     QCOMPARE(m_window->texts, QStringList{QStringLiteral("a.doc")});
 }
 
