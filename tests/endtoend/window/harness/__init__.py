@@ -2,25 +2,27 @@
 
 A test is a file test_SUBJECT.py beside this folder, named in CMakeLists.txt (`foreach(subject …)`):
 
-    from harness.places import PROGRAMS
+    from harness.mainwindow import MainWindow
     from harness.windowtest import WindowTest, main
 
     class Options(WindowTest):
-        def test_an_option_is_remembered(self):
-            program = self.start([PROGRAMS / "quorlin"])       # may be called several times
-            window = program.window("Quorlin")                  # its controls; waits until it is shown
-            merge = window.find("check box", "Merge files")     # role and name as a screen reader says them
-            program.click(merge)                                # the real mouse; merge.press() goes without it
-            merge.wait_for("checked")                           # "-checked" waits for the opposite
-            self.assertEqual(window.names("list item"), [])
-            program.managed("Quorlin").ask_to_close()           # through the window manager
-            self.assertEqual(program.wait_for_end(), 0)
+        def test_an_option_can_be_ticked(self):
+            window = MainWindow(self)                          # starts quorlin, waits for its window
+            merge = window.option("Merge files")               # found by role and name, as a screen reader says them
+            window.program.click(merge)                        # the real mouse; merge.press() goes without it
+            merge.wait_for("checked")                          # "-checked" waits for the opposite
+            self.assertEqual(window.documents(), [])
+            self.assertEqual(window.close(), 0)                # through the window manager; the exit code
 
     if __name__ == "__main__":
         main()
 
 Run one by hand with `QUORLIN_BUILD_DIR=build/release /usr/bin/python3 tests/endtoend/window/test_SUBJECT.py [-v]
-[Class.test]`, or `ctest -R window_`. `print(program.tree.tree())` shows everything a screen reader sees.
+[Class.test]`, or `ctest -R window_`. `print(window.program.tree.tree())` shows everything a screen reader sees;
+test_conversion.py is a whole example.
+
+- `MainWindow` (mainwindow.py): the window of `quorlin` by what its user does. Several may be started; arguments are
+  the command line.
 
 - `WindowTest` (windowtest.py) gives each test a `Desktop` (desktop.py): display, window manager, buses, and a user
   whose home, settings (`config`, `machine`), cache, runtime and temporary folder lie in `desktop.folder`.
@@ -32,7 +34,7 @@ Run one by hand with `QUORLIN_BUILD_DIR=build/release /usr/bin/python3 tests/end
   (`open_menu(control)`, `choose_entry("Language", "deutsch")`), `choose(combo, entry)`, standard error, the end.
 - `Node` (accessible.py): one control. Role, name, states, value, text, extents are asked anew each time.
 - `Screen` and `ManagedWindow` (screen.py): mouse, keyboard, pictures; moving, minimising, closing.
-- `desktop.drag(files)` (dragging.py): a real drag, to be moved over a control and dropped.
+- `desktop.drag(files)` (dragging.py): a real drag, to be moved over a control and dropped; `MainWindow.drop` does it all.
 - `Responsiveness` (responsiveness.py): how long a window kept its user waiting meanwhile.
 - Wait for states (waiting.py: `wait_until`, `always`), never for a time.
 """

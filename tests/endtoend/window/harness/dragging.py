@@ -42,14 +42,16 @@ class FileDrag:
 
     def wait_for_offer(self, action, seconds=SECONDS):
         """Waits until the target offers "copy", "move" or "link", which the cursor shows."""
-        wait_until(lambda: self._last("over") == action, lambda: f"{action}; told was {self.told()}", seconds)
+        wait_until(lambda: self._offered() == action, lambda: f"{action}; told was {self.told()}", seconds)
 
     def check_refused(self, seconds=1):
-        """Checks that the target goes on offering nothing while the pointer moves over it."""
-        def is_refused():
-            self._screen.move_mouse(self._at[0] + next(self._to_and_fro), self._at[1])
-            return (self._last("over") or "ignore") == "ignore"
-        always(is_refused, "nothing is offered", seconds)
+        """Checks that the target goes on offering nothing."""
+        always(lambda: self._offered() == "ignore", "nothing is offered", seconds)
+
+    def _offered(self):
+        """A hand is never quite still, and targets are asked only when the pointer moves."""
+        self._screen.move_mouse(self._at[0] + next(self._to_and_fro), self._at[1])
+        return self._last("over") or "ignore"
 
     def drop(self, seconds=SECONDS):
         """Lets go; what became of it: "copy", "move", "link" or "ignore"."""

@@ -42,7 +42,8 @@ class WindowTest(unittest.TestCase):
 
     def _end(self):
         try:
-            if not self._outcome.success:
+            result = self._outcome.result
+            if any(test is self for test, _ in [*result.failures, *result.errors]):
                 self._show_failure()
         finally:
             strays = self.desktop.end_programs()

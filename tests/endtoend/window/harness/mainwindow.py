@@ -1,0 +1,73 @@
+"""The main window of `quorlin`, by what its user does with it."""
+
+from .places import PROGRAMS
+from .waiting import wait_until
+
+TITLE = "Quorlin"
+JOB_SECONDS = 180.0  # the engine's first start on a busy machine included
+
+
+class MainWindow:
+    """Starts the program and waits for its window. `test` is a `WindowTest`, `arguments` the command line."""
+
+    def __init__(self, test, *arguments, **options):
+        self.desktop = test.desktop
+        self.program = test.start([PROGRAMS / "quorlin", *arguments], **options)
+        self.node = self.program.window(TITLE)
+        self.list = self.node.find("list", "Documents")
+
+    @property
+    def managed(self):
+        """The window as the window manager knows it."""
+        return self.program.managed(TITLE)
+
+    def button(self, name):
+        """One of "Convert", "Close", "Help", "Minimise", "To the top", …"""
+        return self.node.find("push button", name)
+
+    def option(self, name):
+        """The check box "Send result by e-mail", "Show result file" or "Merge files"."""
+        return self.node.find("check box", name)
+
+    def set_option(self, name, is_on=True):
+        option = self.option(name)
+        if option.is_checked != is_on:
+            self.program.click(option)
+        option.wait_for("checked" if is_on else "-checked")
+
+    @property
+    def quality(self):
+        return self.node.find("combo box").name
+
+    def choose_quality(self, name):
+        self.program.choose(self.node.find("combo box"), name)
+
+    def documents(self):
+        """The names in the list, in its order."""
+        return self.list.names("list item")
+
+    def wait_for_documents(self, *names):
+        wait_until(lambda: self.documents() == list(names), lambda: f"{names}; there are {self.documents()}")
+
+    def drop(self, *files):
+        """Drags files onto the list and lets go."""
+        with self.desktop.drag(files) as drag:
+            drag.move_over(self.list)
+            drag.wait_for_offer("copy")
+            drag.drop()
+
+    def is_working(self):
+        return self.node.has("progress bar", "Progress")
+
+    def convert(self):
+        """Presses "Convert" and waits until the job has begun."""
+        self.program.click(self.button("Convert"))
+        wait_until(self.is_working, lambda: f"a job to begin in:\n{self.node.tree()}")
+
+    def wait_until_idle(self, seconds=JOB_SECONDS):
+        wait_until(lambda: not self.is_working(), lambda: f"the end of the job in:\n{self.program.tree.tree()}", seconds)
+
+    def close(self):
+        """Closes the window through the window manager; the program's exit code."""
+        self.managed.ask_to_close()
+        return self.program.wait_for_end()
