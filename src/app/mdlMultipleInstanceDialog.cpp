@@ -1,6 +1,7 @@
 #include "app/mdlMultipleInstanceDialog.h"
 
 #include "app/InstanceChannel.h"
+#include "app/TextQueue.h"
 #include "app/WindowActivation.h"
 
 #include <QPointer>
@@ -16,17 +17,27 @@ constexpr int TakeOverMilliseconds = 300;
 
 struct ModuleState
 {
+    ModuleState();
+
     std::unique_ptr<InstanceChannel> channel;
     bool isServerFound = false;
     QPointer<QWidget> window;
     /// Belongs to the window, and goes with it.
     QPointer<QTimer> takeOver;
+    TextQueue texts;
 };
 
 ModuleState &state()
 {
     static ModuleState theState;
     return theState;
+}
+
+ModuleState::ModuleState()
+{
+    QObject::connect(&texts, &TextQueue::next, &texts, [](const QString &text) {
+        mdlMultipleInstanceDialog::pReceiveMsg(HandoffFrame::ofText(text));
+    });
 }
 
 InstanceChannel &channel()
@@ -94,6 +105,7 @@ void pUnhook()
 {
     delete state().takeOver;
     state().window.clear();
+    state().texts.clear();
     if (state().channel)
         state().channel->giveUp();
 }
@@ -130,7 +142,7 @@ void RestoreAndActivate()
 void WindowProc(const HandoffFrame &message)
 {
     if (message.kind == HandoffFrame::Kind::Text)
-        pReceiveMsg(message);
+        state().texts.add(message.text());
     else if (state().window)
         WindowActivation::restoreAndRaise(*state().window, message.token());
 }

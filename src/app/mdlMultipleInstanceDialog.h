@@ -44,10 +44,12 @@ void SendData(const QString &text);
 /// Asks the server that GetServer() found to restore its window and bring it to the front.
 void RestoreAndActivate();
 
-/// Takes everything that others send: texts go to pReceiveMsg(), requests for the window are done.
+/// Takes everything that others send: texts go to pReceiveMsg(), one in each turn of the event
+/// loop; requests for the window are done at once.
 void WindowProc(const HandoffFrame &message);
 
-/// Hands a text on to the marked window. Whatever the tag, nothing else is done with it here.
+/// Hands a text on to the marked window, whatever the tag; nothing else is done
+/// with it here.
 void pReceiveMsg(const HandoffFrame &block);
 
 /// For tests: forgets everything, and meets others in this folder; empty means the user's own.
