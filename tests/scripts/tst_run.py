@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[2]
-TOOLS = ("bash", "env", "dirname", "readlink", "mkdir", "tail", "sed", "sort", "grep", "rm", "touch")
+TOOLS = ("bash", "env", "dirname", "readlink", "mkdir", "tail", "sed", "sort", "grep", "rm", "touch", "cp")
 
 
 class Run(unittest.TestCase):
@@ -64,7 +64,12 @@ class Run(unittest.TestCase):
     def test_a_window_is_shown_where_there_is_a_display(self):
         self.program("quorlin")
         self.assertEqual(self.run_it("a letter.odt", display=":7")[2], "[quorlin][a letter.odt]")
-        self.assertEqual(self.run_it(display=":7")[2], f"[quorlin][{self.root}/examples/a letter.odt]")
+
+    def test_the_window_gets_copies_of_the_examples(self):
+        self.program("quorlin")
+        copy = self.root / "build/release/examples/a letter.odt"
+        self.assertEqual(self.run_it(display=":7")[2], f"[quorlin][{copy}]")
+        self.assertTrue(copy.is_file())
 
     def test_without_a_display_no_window_is_tried(self):
         self.program("quorlin")
