@@ -2,6 +2,12 @@
 
 A test is a file test_SUBJECT.py beside this folder, named in CMakeLists.txt (`foreach(subject …)`):
 
+    import sys
+    from pathlib import Path
+
+    sys.dont_write_bytecode = True
+    sys.path.insert(0, str(Path(__file__).resolve().parent))
+
     from harness.mainwindow import MainWindow
     from harness.windowtest import WindowTest, main
 
@@ -22,11 +28,11 @@ Run one by hand with `QUORLIN_BUILD_DIR=build/release /usr/bin/python3 tests/end
 test_conversion.py is a whole example.
 
 - `MainWindow` (mainwindow.py): the window of `quorlin` by what its user does. Several may be started; arguments are
-  the command line.
-
+  the command line. A second start that hands over and ends is `self.start([PROGRAMS / "quorlin", …]).wait_for_end()`.
 - `WindowTest` (windowtest.py) gives each test a `Desktop` (desktop.py): display, window manager, buses, and a user
   whose home, settings (`config`, `machine`), cache, runtime and temporary folder lie in `desktop.folder`.
-  `desktop.opened()` has what was handed to the system to open. `language` and `environment` are attributes of the class.
+  `desktop.opened()` has what was handed to the system to open, links included. `language` (the locale) and
+  `environment` are attributes of the class.
 - A test fails when a program wrote a line to standard error that is neither in `EXPECTED_LINES` (program.py: what the
   environment causes) nor given to `expect_errors`, when it crashed, or when it left a process behind. A test that
   expects a certain end calls `wait_for_end`.
@@ -34,7 +40,7 @@ test_conversion.py is a whole example.
   (`open_menu(control)`, `choose_entry("Language", "deutsch")`), `choose(combo, entry)`, standard error, the end.
 - `Node` (accessible.py): one control. Role, name, states, value, text, extents are asked anew each time.
 - `Screen` and `ManagedWindow` (screen.py): mouse, keyboard, pictures; moving, minimising, closing.
-- `desktop.drag(files)` (dragging.py): a real drag, to be moved over a control and dropped; `MainWindow.drop` does it all.
+- `desktop.drag(files)` (dragging.py): a real drag, to be moved over a control and dropped, as `MainWindow.drop` does.
 - `Responsiveness` (responsiveness.py): how long a window kept its user waiting meanwhile.
 - Wait for states (waiting.py: `wait_until`, `always`), never for a time.
 """

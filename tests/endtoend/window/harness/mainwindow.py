@@ -56,6 +56,24 @@ class MainWindow:
             drag.wait_for_offer("copy")
             drag.drop()
 
+    def open_menu(self):
+        """The application's menu, as a right click on the title opens it."""
+        return self.program.open_menu(self.node.find("label", TITLE))
+
+    def choose_in_menu(self, *path):
+        """Such as "Language", "deutsch"; names are in the language of the window."""
+        self.open_menu()
+        self.program.choose_entry(*path)
+
+    def minimise(self):
+        """Presses "Minimise"; returns when the window manager has done it and the program knows."""
+        managed = self.managed
+        self.program.click(self.button("Minimise"))
+        # The toolkit takes the name of a minimised window away. Restored before, the program would not notice.
+        self.node.wait_for_name("")
+        wait_until(lambda: managed.is_minimised, "the window to be minimised")
+        return managed
+
     def is_working(self):
         return self.node.has("progress bar", "Progress")
 
@@ -65,7 +83,8 @@ class MainWindow:
         wait_until(self.is_working, lambda: f"a job to begin in:\n{self.node.tree()}")
 
     def wait_until_idle(self, seconds=JOB_SECONDS):
-        wait_until(lambda: not self.is_working(), lambda: f"the end of the job in:\n{self.program.tree.tree()}", seconds)
+        wait_until(lambda: not self.is_working(), lambda: f"the end of the job in:\n{self.program.tree.tree()}",
+                   seconds)
 
     def close(self):
         """Closes the window through the window manager; the program's exit code."""
