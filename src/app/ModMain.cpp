@@ -19,6 +19,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QPoint>
 #include <QTimer>
 
 #include <chrono>
@@ -32,6 +33,8 @@ namespace {
 constexpr int CannotStart = 1;
 /// After this, the window has been painted; what the first moment does not need begins.
 constexpr auto FirstMoment = std::chrono::milliseconds(100);
+/// Both remember the same place; a window that covers another one whole would look like it.
+constexpr QPoint BesideTheOther(28, 28);
 
 /// What a component is made of, or nothing, however its making fails.
 template <typename Made>
@@ -89,7 +92,8 @@ std::optional<int> handOver(const QString &commandText, MessageService &messages
 }
 
 /// The window's life, from its load until the program is to end.
-int showWindow(Registry &registry, MessageBoxes &messages, const QString &commandText)
+/// @param isFirst no other window of the program was there before.
+int showWindow(Registry &registry, MessageBoxes &messages, const QString &commandText, bool isFirst)
 {
     const auto folder = programFolder();
     const Presentation presentation(folder, messages);
@@ -113,6 +117,8 @@ int showWindow(Registry &registry, MessageBoxes &messages, const QString &comman
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, &frmMain::endBySystem);
     if (!window.load())
         return CannotStart;
+    if (!isFirst)
+        window.move(window.pos() + BesideTheOther);
     window.StartMode(commandText.isEmpty() ? 0 : 1);
     window.show();
     window.LstFile->clear();
@@ -172,11 +178,12 @@ int Main(const QStringList &arguments)
     registry->SetAppParam(RegistryRoot::CurrentUser, UserSettings::key());
     mdlPartner::InitWebLinks(folder);
     const auto commandText = CommandText::make(arguments);
-    if (mdlMultipleInstanceDialog::PrevInstance() && !commandText.isEmpty()) {
+    const auto isFirst = !mdlMultipleInstanceDialog::PrevInstance();
+    if (!isFirst && !commandText.isEmpty()) {
         if (const auto code = handOver(commandText, messages))
             return *code;
     }
-    return showWindow(*registry, messages, commandText);
+    return showWindow(*registry, messages, commandText, isFirst);
 }
 
 } // namespace Quorlin::ModMain

@@ -112,7 +112,9 @@ void UserSettings::setPosition(const QPoint &position)
 QString UserSettings::takePendingFile()
 {
     const auto text = own("File");
-    m_registry.SetAppData(QStringLiteral("File"), {});
+    // Mostly there is nothing, and a write costs the window's thread some milliseconds.
+    if (!text.isEmpty())
+        m_registry.SetAppData(QStringLiteral("File"), {});
     return text;
 }
 

@@ -301,8 +301,10 @@ void frmMain::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    unload();
     event->accept();
+    // Settings that somebody else is writing just now can take a while.
+    hide();
+    unload();
 }
 
 void frmMain::endBySystem()
