@@ -25,6 +25,7 @@ LEAST_SIDE = 100  # pixels; toolkits have tiny windows of their own that nobody 
 QUIET_SECONDS = 0.3
 QUIET_CPU = 0.005  # seconds of the processor's time in that while: a timer now and then is rest
 PERIOD = 0.01
+LOOK_SECONDS = 0.2  # how often a program that shows nothing is looked after
 
 
 class StartupError(Exception):
@@ -76,27 +77,30 @@ class Watcher:
     def close(self):
         self._display.close()
 
-    def wait_for_paint(self, pid):
-        """The moment (time.monotonic) when something can be seen in a window of this process.
+    def wait_for_paint(self, process):
+        """The moment (time.monotonic) when something can be seen in a window of the process.
 
         Showing a window damages it too, before the program has drawn anything: it is black then.
         """
         deadline = time.monotonic() + PAINT_SECONDS
         while time.monotonic() < deadline:
-            event = self._next(deadline)
+            event = self._next(process)
             if event is None:
-                break
+                continue
             if event.type == X.CreateNotify:
                 event.window.damage_create(damage.DamageReportRawRectangles)
                 self._display.flush()
-            elif event.type == self._display.extension_event.DamageNotify and self._shows_something(event, pid):
+            elif event.type == self._display.extension_event.DamageNotify and self._shows_something(event, process.pid):
                 return time.monotonic()
-        raise StartupError(f"no window of process {pid} was painted within {PAINT_SECONDS} s")
+        raise StartupError(f"no window of process {process.pid} was painted within {PAINT_SECONDS} s")
 
-    def _next(self, deadline):
-        while not self._display.pending_events():
-            ready, _, _ = select.select([self._display.fileno()], [], [], max(0, deadline - time.monotonic()))
-            if not ready:
+    def _next(self, process):
+        """Nothing after a while without any event."""
+        if not self._display.pending_events():
+            ready, _, _ = select.select([self._display.fileno()], [], [], LOOK_SECONDS)
+            if not ready and process.poll() is not None:
+                raise StartupError(f"process {process.pid} is gone, with {process.returncode}")
+            if not ready or not self._display.pending_events():
                 return None
         return self._display.next_event()
 
@@ -128,7 +132,7 @@ def measure(command, display):
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
                                    cwd=folder)  # fmt: skip
         try:
-            painted = watcher.wait_for_paint(process.pid)
+            painted = watcher.wait_for_paint(process)
             cpu = settled_cpu(process.pid)
             return Start(painted - begin, cpu, *memory(process.pid))
         finally:

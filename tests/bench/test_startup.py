@@ -77,8 +77,9 @@ class StartupTest(FolderTest):
             self.measure(work=30)
 
     def test_a_program_that_dies_is_told(self):
-        with self.assertRaisesRegex(StartupError, "is gone"):
-            self.measure(after="raise SystemExit")
+        for when in ("before", "after"):
+            with self.assertRaisesRegex(StartupError, "is gone"):
+                self.measure(**{when: "raise SystemExit"})
 
 
 class CommandTest(FolderTest):
