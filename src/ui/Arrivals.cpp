@@ -30,6 +30,12 @@ void Arrivals::take(const QStringList &documents)
         m_list.addDocuments(documents);
 }
 
+void Arrivals::cancel()
+{
+    m_intake.cancel();
+    m_waiting.clear();
+}
+
 void Arrivals::takeWaiting()
 {
     if (!m_waiting.isEmpty())

@@ -25,6 +25,8 @@ public:
 
     /// Documents and folders, in this order behind what was added before.
     void add(const QStringList &paths);
+    /// Forgets what has not come into the list yet.
+    void cancel();
     /// To be called when a conversion has ended.
     void takeWaiting();
     /// Some of what was added has not been looked at yet.

@@ -47,12 +47,12 @@ void ListCommands::connectMenu()
         connect(action, &QAction::triggered, this, [this, command] { run(command); });
     };
     entry(m_menu.ss_lst_remove, &DocumentList::removeCurrent);
-    entry(m_menu.ss_lst_clear, &DocumentList::clear);
     entry(m_menu.ss_lst_first, &DocumentList::moveToFirst);
     entry(m_menu.ss_lst_previous, &DocumentList::moveUp);
     entry(m_menu.ss_lst_next, &DocumentList::moveDown);
     entry(m_menu.ss_lst_last, &DocumentList::moveToLast);
     connect(m_menu.ss_lst_add, &QAction::triggered, this, &ListCommands::add);
+    connect(m_menu.ss_lst_clear, &QAction::triggered, this, &ListCommands::clear);
     connect(m_menu.ss_lst_open, &QAction::triggered, this, &ListCommands::open);
 }
 
@@ -84,6 +84,14 @@ void ListCommands::add()
 {
     if (!m_isWorking())
         Q_EMIT addAsked();
+}
+
+void ListCommands::clear()
+{
+    if (m_isWorking())
+        return;
+    Q_EMIT cleared();
+    m_list.clear();
 }
 
 void ListCommands::open()

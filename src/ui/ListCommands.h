@@ -30,6 +30,8 @@ public:
 Q_SIGNALS:
     /// The user wants to add documents.
     void addAsked();
+    /// The user has emptied the list, and wants nothing in it that is still on its way.
+    void cleared();
     /// The user wants to see a document.
     void openAsked(const QString &path);
 
@@ -42,6 +44,7 @@ private:
     void addKey(const QKeySequence &keys, const std::function<void()> &action);
     void run(Action action);
     void add();
+    void clear();
     void open();
     void showMenu(const QPoint &place);
 

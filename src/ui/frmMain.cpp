@@ -112,6 +112,7 @@ void frmMain::connectOptions()
 void frmMain::connectList()
 {
     connect(m_listCommands.get(), &ListCommands::addAsked, this, &frmMain::ss_lst_add_Click);
+    connect(m_listCommands.get(), &ListCommands::cleared, m_arrivals.get(), &Arrivals::cancel);
     connect(m_listCommands.get(), &ListCommands::openAsked, this, m_surroundings.openFile);
     connect(LstFile, &FileList::filesDropped, this, [this](const QStringList &paths) {
         if (!AtWork())

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theMailOptionNeedsFewerThanTwoDocuments();
     void removingIsDoneByMenuAndKey();
     void clearingEmptiesTheList();
+    void clearingForgetsWhatIsOnItsWay();
     void movingTheFirstToFirstKeepsItCurrent();
     void buttonsAndMenuMoveAlike_data();
     void buttonsAndMenuMoveAlike();
@@ -242,6 +243,15 @@ void TestFrmMainList::clearingEmptiesTheList()
     menu().ss_lst_clear->trigger();
     QVERIFY(names().isEmpty());
     QVERIFY(window().DocFullNameList().isEmpty());
+}
+
+void TestFrmMainList::clearingForgetsWhatIsOnItsWay()
+{
+    m_scene->fill({"a.doc"});
+    window().AddCommandLineFiles(m_scene->write("b.doc"));
+    menu().ss_lst_clear->trigger();
+    m_scene->fill({"c.doc"});
+    QCOMPARE(names(), QStringList{QStringLiteral("c.doc")});
 }
 
 void TestFrmMainList::movingTheFirstToFirstKeepsItCurrent()
