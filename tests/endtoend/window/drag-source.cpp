@@ -28,11 +28,28 @@ void tell(const char *what, const char *detail = "")
     QTextStream(stdout) << what << ' ' << detail << Qt::endl;
 }
 
-/// What a file manager does with the entries that are chosen in it.
+/// Paths, addresses where they have a scheme, or a text after "--text".
+QMimeData *contentOf(const QStringList &things)
+{
+    auto *const content = new QMimeData;
+    if (things.value(0) == QLatin1String("--text")) {
+        content->setText(things.value(1));
+        return content;
+    }
+    QList<QUrl> urls;
+    for (const auto &thing : things) {
+        const auto isAddress = thing.contains(QLatin1String("://"));
+        urls.append(isAddress ? QUrl(thing) : QUrl::fromLocalFile(thing));
+    }
+    content->setUrls(urls);
+    return content;
+}
+
+/// What a file manager does with the entries that are chosen in it, or an editor with its text.
 class DragSource : public QLabel
 {
 public:
-    explicit DragSource(QList<QUrl> urls) : m_urls(std::move(urls))
+    explicit DragSource(const QStringList &things) : m_things(things)
     {
         setText(QStringLiteral("Drag from here"));
         setWindowTitle(QStringLiteral("Files"));
@@ -50,15 +67,13 @@ protected:
     }
 
 private:
-    QList<QUrl> m_urls;
+    QStringList m_things;
     QPoint m_pressed;
 
     void drag()
     {
         auto *const drag = new QDrag(this);
-        auto *const content = new QMimeData;
-        content->setUrls(m_urls);
-        drag->setMimeData(content);
+        drag->setMimeData(contentOf(m_things));
         connect(drag, &QDrag::actionChanged, this,
                 [](Qt::DropAction action) { tell("over", word(action)); });
         tell("begun");
@@ -66,25 +81,14 @@ private:
     }
 };
 
-/// Arguments are paths, or addresses when they have a scheme.
-QList<QUrl> urlsOf(const QStringList &arguments)
-{
-    QList<QUrl> urls;
-    for (const auto &argument : arguments) {
-        const auto isAddress = argument.contains(QLatin1String("://"));
-        urls.append(isAddress ? QUrl(argument) : QUrl::fromLocalFile(argument));
-    }
-    return urls;
-}
-
 } // namespace
 
-/// drag-source FILE…: a window from which the files can be dragged; tells on standard output how
-/// the drag goes.
+/// drag-source FILE… or drag-source --text TEXT: a window from which that can be dragged; tells on
+/// standard output how the drag goes.
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    DragSource source(urlsOf(QApplication::arguments().mid(1)));
+    DragSource source(QApplication::arguments().mid(1));
     source.show();
     return QApplication::exec();
 }

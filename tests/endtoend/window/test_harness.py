@@ -3,7 +3,6 @@
 import os
 import struct
 import sys
-import tempfile
 import unittest
 import zlib
 from pathlib import Path
@@ -216,10 +215,10 @@ class Leftovers(unittest.TestCase):
         self.assertEqual([pid for pid in pids if command_of(pid)], [])
 
     def test_a_desktop_that_cannot_start_says_why_and_leaves_nothing(self):
-        before = set(Path(tempfile.gettempdir()).glob("qd-*"))
-        with self.assertRaisesRegex(Late, "Xvfb ended"), Desktop(size="wide"):
+        desktop = Desktop(size="wide")
+        with self.assertRaisesRegex(Late, "Xvfb ended"), desktop:
             pass
-        self.assertEqual(set(Path(tempfile.gettempdir()).glob("qd-*")) - before, set())
+        self.assertFalse(desktop.folder.exists())
 
 
 class IceWm(WindowTest):
