@@ -14,7 +14,7 @@ class MainWindow:
         self.desktop = test.desktop
         self.program = test.start([PROGRAMS / "quorlin", *arguments], **options)
         self.node = self.program.window(TITLE)
-        self.list = self.node.find("list", "Documents")
+        self.list = self.node.find("list")  # the only one: that of the combo box shows only when it is open
 
     @property
     def managed(self):

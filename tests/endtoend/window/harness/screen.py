@@ -44,6 +44,10 @@ class Screen:
         found = [ManagedWindow(self, number) for number in self._values(self._root, "_NET_CLIENT_LIST")]
         return [window for window in found if pid is None or window.pid == pid]
 
+    def stacking(self):
+        """The managed windows from the lowest to the one in front."""
+        return [ManagedWindow(self, number) for number in self._values(self._root, "_NET_CLIENT_LIST_STACKING")]
+
     def window(self, title, pid=None, seconds=SECONDS):
         """The managed window with this title; waits for it."""
         def first():
