@@ -91,6 +91,17 @@ std::optional<int> handOver(const QString &commandText, MessageService &messages
     return std::nullopt;
 }
 
+void connectEnd(frmMain &window, const Interruption &interruption, bool &hasEnded)
+{
+    QObject::connect(&window, &frmMain::unloaded, &window, [&hasEnded] { hasEnded = true; });
+    // Not quit(), which does nothing for a message that is shown before the program's own loop
+    // runs.
+    QObject::connect(
+        &window, &frmMain::unloaded, qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QObject::connect(&interruption, &Interruption::requested, &window, &frmMain::endBySystem);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, &frmMain::endBySystem);
+}
+
 /// The window's life, from its load until the program is to end.
 /// @param isFirst no other window of the program was there before.
 int showWindow(Registry &registry, MessageBoxes &messages, const QString &commandText, bool isFirst)
@@ -110,13 +121,14 @@ int showWindow(Registry &registry, MessageBoxes &messages, const QString &comman
                     &mdlPartner::OpenLink});
     messages.setWindow(&window);
     dialogs.setWindow(&window);
-    QObject::connect(&window, &frmMain::unloaded, qApp, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
     Interruption interruption;
-    QObject::connect(&interruption, &Interruption::requested, &window, &frmMain::endBySystem);
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, &frmMain::endBySystem);
+    bool hasEnded = false;
+    connectEnd(window, interruption, hasEnded);
     if (!window.load())
         return CannotStart;
+    // The end may come while the load shows a message.
+    if (hasEnded)
+        return 0;
     if (!isFirst)
         window.move(window.pos() + BesideTheOther);
     window.StartMode(commandText.isEmpty() ? 0 : 1);
