@@ -49,6 +49,12 @@ void SkinnedWindow::resizeEvent(QResizeEvent *event)
     takeOutline();
 }
 
+void SkinnedWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    takeOutline();
+}
+
 void SkinnedWindow::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
@@ -78,9 +84,14 @@ void SkinnedWindow::mouseReleaseEvent(QMouseEvent *event)
         QWidget::mouseReleaseEvent(event);
 }
 
-/// Every point that the picture touches belongs to the window, so that soft edges stay soft.
+/// Every point that the picture touches belongs to the window, so that soft edges stay soft. What
+/// nobody sees has no outline yet: a window is laid out in several steps before it is shown.
 void SkinnedWindow::takeOutline()
 {
+    if (!isVisible() || (m_picture == m_outlined && size() == m_outlinedSize))
+        return;
+    m_outlined = m_picture;
+    m_outlinedSize = size();
     if (m_picture.isEmpty() || size().isEmpty()) {
         clearMask();
         return;

@@ -30,11 +30,14 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void takeOutline();
 
     SkinPicture m_picture;
+    SkinPicture m_outlined;       ///< the picture that the outline was taken of
+    QSize m_outlinedSize;         ///< and how large the window was
     std::optional<QPoint> m_grip; ///< where the button went down, in the window
 };
 
