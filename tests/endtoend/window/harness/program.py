@@ -50,10 +50,10 @@ class Program:
         """The window with this title as the window manager knows it."""
         return self._screen.window(title, self.pid, seconds)
 
-    def dialog(self, title=None, seconds=SECONDS):
-        """The controls of the dialog, any one or that with the title."""
+    def dialog(self, title=None, seconds=SECONDS, roles=DIALOG_ROLES):
+        """The controls of the dialog, any one or that with the title; a message box has the role "alert"."""
         return Dialog(self, self._top_level(
-            lambda node: node.role in DIALOG_ROLES and title in (None, node.name), f"dialog {title!r}", seconds))
+            lambda node: node.role in roles and title in (None, node.name), f"dialog {title!r}", seconds))
 
     def has_dialog(self):
         return any(node.role in DIALOG_ROLES for node in self.windows())
