@@ -10,8 +10,8 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from harness.hardship import (  # noqa: E402
-    AS_ORDINARY_USER, Starting, copy_example, endless_document, files_left, installation, kill, office_sockets,
-    process_of, script, settings_file, small_disk, truncated_document)
+    AS_ORDINARY_USER, Starting, copy_example, endless_document, files_left, installation, kill, office_pipes,
+    pipes_left, process_of, script, settings_file, small_disk, truncated_document)
 from harness.mainwindow import JOB_SECONDS, MainWindow  # noqa: E402
 from harness.places import PROGRAMS  # noqa: E402
 from harness.settings import Settings  # noqa: E402
@@ -112,7 +112,7 @@ class Documents(FailureTest):
 
 
 class FullDisk(FailureTest):
-    def convert_on_disk(self, name, kilobytes, *messages):
+    def convert_on_disk(self, name, kilobytes, *messages, complaints=()):
         with small_disk(self, self.desktop.home / "disk", kilobytes) as disk:
             document = copy_example(name, disk)
             content = document.read_bytes()
@@ -121,12 +121,18 @@ class FullDisk(FailureTest):
             self.answer_errors(window, *(message.format(document=document) for message in messages))
             self.end_without_traces(window, document)
             self.assertEqual(document.read_bytes(), content)
+            self.expect_errors(window.program, *complaints)
 
     def test_a_disk_without_room_for_the_printed_document_is_told(self):
         self.convert_on_disk(PDF, 128, cannot_print("{document}"), PRINT_FAILED)
 
     def test_a_disk_without_room_for_the_result_is_told(self):
         self.convert_on_disk(POSTSCRIPT, 8, CONVERT_FAILED)
+
+    def test_a_disk_with_room_for_the_result_but_not_for_its_copy_is_told(self):
+        # 4 for the document, 28 for the result.
+        self.convert_on_disk(POSTSCRIPT, 48, f"Cannot copy the result to {self.desktop.home}/disk/Seed labels.pdf.",
+                             complaints=["no room for the copy"])
 
 
 class Ending(FailureTest):
@@ -140,14 +146,13 @@ class Ending(FailureTest):
 
     def test_a_window_that_works_cannot_be_closed_but_the_program_can_be_ended(self):
         window, document = self.working_window()
-        wait_until(lambda: process_of(self.desktop, "soffice.bin"), "the office engine")
+        pipes = office_pipes(self.desktop)
         window.managed.ask_to_close()
         always(lambda: window.program.is_running() and window.is_working(), "the window works on", 0.5)
-        sockets = office_sockets(self.desktop)
         window.program.send_signal()
         self.assertEqual(window.program.wait_for_end(END_SECONDS), 0)
         self.check_no_traces(document)
-        self.assertEqual([path for path in sockets if path.exists()], [])
+        self.assertEqual(pipes_left(pipes), [])
         settings = Settings(self.desktop.config).all()
         # What was started with documents has none pending.
         self.assertEqual([settings[name] for name in ("MergeOption", "File", "Run")], ["true", "", "0"])

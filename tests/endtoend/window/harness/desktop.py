@@ -175,7 +175,14 @@ class Desktop:
         os.set_blocking(reading, False)
         with open(reading, "rb", buffering=0) as pipe:
             self.environment["DISPLAY"] = f":{self._read_line(pipe, server)}"
+        self._server = server
         self.screen = Screen(self.environment["DISPLAY"], self.environment)
+
+    def end_display(self):
+        """Takes the display away from all programs, as a session that breaks does. No window can be met any more."""
+        self.screen.close()
+        del self.screen
+        self._processes.end(self._server)
 
     def _read_line(self, pipe, process):
         line = bytearray()

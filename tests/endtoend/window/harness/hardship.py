@@ -1,6 +1,7 @@
 """What tests of failures need: other installations, fewer rights, small disks, and what a program left behind."""
 
 import os
+import re
 import shutil
 import signal
 import subprocess
@@ -9,12 +10,13 @@ from pathlib import Path
 
 from .places import EXAMPLES, PROGRAMS
 from .processes import command_of
+from .waiting import wait_until
 
 # The administrator's right to read and write everything is given up; the user stays the same, since the buses and the
 # program's own folders know their user.
 RIGHTS = "-dac_override,-dac_read_search"
 AS_ORDINARY_USER = () if os.geteuid() else ("setpriv", f"--bounding-set={RIGHTS}", f"--inh-caps={RIGHTS}", "--")
-SOCKET_FOLDER = Path("/tmp")
+SHARED_FOLDER = Path("/tmp")
 
 
 class Starting:
@@ -104,11 +106,16 @@ def kill(pid):
     os.kill(pid, signal.SIGKILL)
 
 
-def office_sockets(desktop):
-    """Names that the office engines of the desktop have in the folder that all programs share."""
-    commands = " ".join(map(command_of, desktop.strangers()))
-    return [path for path in SOCKET_FOLDER.glob("OSL_PIPE_*_quorlin-*")
-            if path.name.split("_", 3)[3] in commands]
+def office_pipes(desktop):
+    """Waits for an office engine; the names under which engines are talked to."""
+    def names():
+        return re.findall(r"pipe,name=([^;]+);", " ".join(map(command_of, desktop.strangers())))
+    return wait_until(names, "an office engine")
+
+
+def pipes_left(names):
+    """Those that are still in the folder that all programs share."""
+    return [path for name in names for path in SHARED_FOLDER.glob(f"OSL_PIPE_*_{name}")]
 
 
 def files_left(desktop, *known):
