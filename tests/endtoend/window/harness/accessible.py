@@ -179,6 +179,10 @@ class Node:
     def parent(self):
         return Node(self._bus, *self._property("Accessible", "Parent"))
 
+    @property
+    def child_count(self):
+        return self._property("Accessible", "ChildCount")
+
     def children(self):
         return [Node(self._bus, *found) for found in self._call("Accessible", "GetChildren")[0]]
 

@@ -12,8 +12,8 @@ PERIOD = 0.005  # seconds between two questions
 class Responsiveness:
     """Asks a window something small again and again; the window's own thread has to answer.
 
-    Use as a context manager; afterwards `longest` has the longest time an answer took, in seconds, and `answers` how
-    many there were. What the machine was busy with counts as well.
+    Use as a context manager; afterwards `waits` has the time that each answer took, in seconds, `longest` the longest
+    of them, and `answers` how many there were. What the machine was busy with counts as well.
     """
 
     def __init__(self, program):
@@ -22,7 +22,11 @@ class Responsiveness:
         self._question = (tree.service, tree.path, "org.a11y.atspi.Accessible", "GetRole")
         self._stop = threading.Event()
         self._thread = threading.Thread(target=self._ask, daemon=True)
-        self.longest, self.answers, self.has_failed = 0.0, 0, False
+        self.waits, self.answers, self.has_failed = [], 0, False
+
+    @property
+    def longest(self):
+        return max(self.waits, default=0.0)
 
     def __enter__(self):
         self._thread.start()
@@ -43,4 +47,4 @@ class Responsiveness:
                 self.has_failed = True
                 return
             finally:
-                self.longest = max(self.longest, time.monotonic() - begin)
+                self.waits.append(time.monotonic() - begin)
