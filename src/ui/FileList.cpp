@@ -152,6 +152,15 @@ void FileList::mousePressEvent(QMouseEvent *event)
         Q_EMIT menuAsked(event->globalPosition().toPoint());
 }
 
+/// A press soon after another one is told so; the right button's is one like any other.
+void FileList::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton)
+        mousePressEvent(event);
+    else
+        QListWidget::mouseDoubleClickEvent(event);
+}
+
 /// The mouse has had its menu with the press of its button.
 void FileList::contextMenuEvent(QContextMenuEvent *event)
 {

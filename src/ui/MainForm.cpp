@@ -182,7 +182,8 @@ void MainForm::setTexts(const TextSource &texts, const QString &language)
     OptMail->setAccessibleName(text("TextOptMail"));
     OptShow->setAccessibleName(text("TextOptShow"));
     OptLink->setAccessibleName(text("TextOptLink"));
-    cmbCompression->setAccessibleName(text("TextLblCompress"));
+    // As its name, assistive tools are told the choice.
+    cmbCompression->setAccessibleDescription(text("TextLblCompress"));
     LblConvert->setAccessibleName(text("TextBtnConvert"));
     LblFirst->setAccessibleName(text("MenuLstFirst"));
     LblPrevious->setAccessibleName(text("MenuLstPrevious"));

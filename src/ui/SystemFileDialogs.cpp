@@ -2,12 +2,33 @@
 
 #include "ui/DocumentFilter.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 namespace Quorlin {
+
+namespace {
+
+/// While a name is typed, a list of those that match is open. As long as it is, the toolkit takes
+/// no note of another window becoming the active one.
+class FileDialog : public QFileDialog
+{
+public:
+    using QFileDialog::QFileDialog;
+
+protected:
+    void done(int result) override
+    {
+        if (auto *const names = QApplication::activePopupWidget())
+            names->close();
+        QFileDialog::done(result);
+    }
+};
+
+} // namespace
 
 QStringList SystemFileDialogs::askForDocuments(const QString &title, const QString &filter)
 {
@@ -34,7 +55,7 @@ QFileDialog *SystemFileDialogs::makeDialog(const QString &title, const QString &
 {
     if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
         m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    auto *const dialog = new QFileDialog(m_window, title, m_folder);
+    auto *const dialog = new FileDialog(m_window, title, m_folder);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::HideNameFilterDetails);
     dialog->setNameFilters(DocumentFilter::toolkitFilters(filter));

@@ -128,6 +128,7 @@ private Q_SLOTS:
     void pressingTheRightButtonAsksForTheMenu();
     void theRightButtonSelectsTheEntryUnderIt();
     void theRightButtonAsksOnce();
+    void everyPressOfTheRightButtonAsks();
     void theKeyboardAsksForTheMenu();
     void shiftAndF10AskForTheMenu();
     void aDisabledListAsksForNothing();
@@ -372,6 +373,22 @@ void TestFileList::theRightButtonAsksOnce()
     QCoreApplication::sendEvent(m_list->viewport(), &event);
     QVERIFY(event.isAccepted());
     QCOMPARE(m_asked->count(), 1);
+}
+
+/// A press soon after another one is told as a double click.
+void TestFileList::everyPressOfTheRightButtonAsks()
+{
+    const auto pressAgain = [this](Qt::MouseButton button) {
+        const auto place = placeOf(1);
+        QMouseEvent event(QEvent::MouseButtonDblClick, place,
+                          m_list->viewport()->mapToGlobal(place), button, button, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_list->viewport(), &event);
+    };
+    QTest::mouseClick(m_list->viewport(), Qt::RightButton, Qt::NoModifier, placeOf(1));
+    pressAgain(Qt::RightButton);
+    QCOMPARE(m_asked->count(), 2);
+    pressAgain(Qt::LeftButton);
+    QCOMPARE(m_asked->count(), 2);
 }
 
 void TestFileList::theKeyboardAsksForTheMenu()
