@@ -43,7 +43,8 @@ class WindowTest(unittest.TestCase):
     def _end(self):
         try:
             result = self._outcome.result
-            if any(test is self for test, _ in [*result.failures, *result.errors]):
+            has_failed = any(test is self for test, _ in [*result.failures, *result.errors])
+            if has_failed and hasattr(self.desktop, "screen"):
                 self._show_failure()
         finally:
             strays = self.desktop.end_programs()
