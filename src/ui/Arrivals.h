@@ -14,6 +14,9 @@ class TextSource;
 
 /// Brings documents into the list, whichever way they come. What arrives while a conversion runs
 /// waits for its end, so that the running job keeps the list that it was started with.
+///
+/// The user is told of files that call themselves PostScript and are not: in one message for all
+/// that came together, since a folder may be full of them.
 class Arrivals : public QObject
 {
     Q_OBJECT
@@ -38,7 +41,9 @@ Q_SIGNALS:
 
 private:
     void take(const QStringList &documents);
-    void tellRefusal(const QString &path);
+    void noteRefusal(const QString &path);
+    void tellRefusals();
+    [[nodiscard]] QString refusalOf(const QString &path) const;
 
     DocumentList &m_list;
     MessageService &m_messages;
@@ -46,6 +51,8 @@ private:
     std::function<bool()> m_isWorking;
     DocumentIntake m_intake;
     QStringList m_waiting;
+    QStringList m_refused; ///< files of which the user has not been told
+    bool m_isTelling = false;
 };
 
 } // namespace Quorlin

@@ -11,6 +11,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 
+#include <utility>
+
 namespace Quorlin {
 
 JobControls::JobControls(MainForm &form, const DocumentList &list, FileDialogs &dialogs)
@@ -25,8 +27,9 @@ void JobControls::setWorkingMode(bool working)
     m_isWorking = working;
     enable(!working);
     showState();
-    if (!working && m_focus)
-        m_focus->setFocus(Qt::OtherFocusReason);
+    // Once: the window stays usable while further results of the job are delivered.
+    if (auto *const before = working ? nullptr : std::exchange(m_focus, nullptr).data())
+        before->setFocus(Qt::OtherFocusReason);
     Q_EMIT workingModeChanged(working);
 }
 

@@ -63,15 +63,23 @@ void ListCommands::connectKeys()
     connect(m_form.LstFile, &FileList::menuAsked, this, &ListCommands::showMenu);
     addKey(QKeySequence::Open, [this] { add(); });
     addKey(Qt::Key_Insert, [this] { add(); });
-    addKey(Qt::ALT | Qt::Key_Home, [this] { run(&DocumentList::moveToFirst); });
-    addKey(Qt::ALT | Qt::Key_Up, [this] { run(&DocumentList::moveUp); });
-    addKey(Qt::ALT | Qt::Key_Down, [this] { run(&DocumentList::moveDown); });
-    addKey(Qt::ALT | Qt::Key_End, [this] { run(&DocumentList::moveToLast); });
+    addListKey(Qt::ALT | Qt::Key_Home, &DocumentList::moveToFirst);
+    addListKey(Qt::ALT | Qt::Key_Up, &DocumentList::moveUp);
+    addListKey(Qt::ALT | Qt::Key_Down, &DocumentList::moveDown);
+    addListKey(Qt::ALT | Qt::Key_End, &DocumentList::moveToLast);
 }
 
 void ListCommands::addKey(const QKeySequence &keys, const std::function<void()> &action)
 {
     connect(new QShortcut(keys, &m_form), &QShortcut::activated, this, action);
+}
+
+/// Elsewhere these keys have other meanings: Alt+Down opens a choice.
+void ListCommands::addListKey(const QKeySequence &keys, Action action)
+{
+    auto *const shortcut = new QShortcut(keys, m_form.LstFile);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this, action] { run(action); });
 }
 
 void ListCommands::run(Action action)

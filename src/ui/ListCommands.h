@@ -42,6 +42,7 @@ private:
     void connectMenu();
     void connectKeys();
     void addKey(const QKeySequence &keys, const std::function<void()> &action);
+    void addListKey(const QKeySequence &keys, Action action);
     void run(Action action);
     void add();
     void clear();

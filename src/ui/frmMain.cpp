@@ -31,6 +31,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -40,6 +41,10 @@ namespace {
 
 /// Of a remembered place, so much must be on a screen: enough of the title bar to take hold of.
 constexpr QSize LeastVisible(80, 24);
+
+/// After this, Convert takes the documents that are in the list: a folder of a network that does
+/// not answer must not keep the others from being converted.
+constexpr std::chrono::seconds LongestWait(2);
 
 bool isOnAScreen(const QPoint &place)
 {
@@ -65,7 +70,13 @@ frmMain::frmMain(const Surroundings &surroundings)
     tFiles.setInterval(0);
     connect(&tFiles, &QTimer::timeout, this, &frmMain::tFiles_Timer);
     connect(m_controls.get(), &JobControls::workingModeChanged, this, &frmMain::workingModeChanged);
-    connect(m_arrivals.get(), &Arrivals::settled, this, &frmMain::convertWhatArrived);
+    connect(m_arrivals.get(), &Arrivals::settled, this, [this] {
+        if (m_patience.isActive())
+            convertNow();
+    });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(LongestWait);
+    connect(&m_patience, &QTimer::timeout, this, &frmMain::convertNow);
     connect(m_appearance.get(), &Appearance::languageChanged, this, &frmMain::showQualities);
     connect(m_appearance.get(), &Appearance::skinChanged, m_controls.get(),
             &JobControls::showState);
@@ -113,7 +124,7 @@ void frmMain::connectList()
 {
     connect(m_listCommands.get(), &ListCommands::addAsked, this, &frmMain::ss_lst_add_Click);
     connect(m_listCommands.get(), &ListCommands::cleared, m_arrivals.get(), &Arrivals::cancel);
-    connect(m_listCommands.get(), &ListCommands::openAsked, this, m_surroundings.openFile);
+    connect(m_listCommands.get(), &ListCommands::openAsked, this, &frmMain::openFile);
     connect(LstFile, &FileList::filesDropped, this, [this](const QStringList &paths) {
         if (!AtWork())
             m_arrivals->add(paths);
@@ -141,10 +152,10 @@ bool frmMain::loadSteps()
     m_surroundings.services.pHook(*this);
     OptShow->setChecked(m_settings.showsResult());
     OptLink->setChecked(m_settings.merges());
-    m_language = m_settings.language();
+    const auto language = m_settings.language();
     if (!makeComponent())
         return false;
-    m_appearance->setLanguage(m_language);
+    m_appearance->setLanguage(language);
     cmbCompression->setCurrentIndex(m_settings.quality(cmbCompression->count()));
     m_surroundings.services.CreateTaskbarProxy(*this, windowTitle());
     AppSkin::SetWindow(SkinForm::Main, m_skinWindow);
@@ -166,12 +177,17 @@ bool frmMain::makeComponent()
         return false;
     }
     m_conversionSettings = ConversionSettings::load(m_surroundings.programFolder);
-    if (!m_conversionSettings)
+    if (!m_conversionSettings) {
+        m_surroundings.messages.show(
+            QStringLiteral("Quorlin V2 is corrupted, reinstall the product."),
+            MessageStyle::Critical, texts.text(QStringLiteral("ErrorWindowTitle")));
         return false;
+    }
+    const Conversion::Surroundings surroundings{
+        *m_controls, m_surroundings.messages, texts,
+        [this](const QString &fileName) { openFile(fileName); }};
     m_conversion =
-        std::make_unique<Conversion>(m_surroundings.component, *m_conversionSettings,
-                                     Conversion::Surroundings{*m_controls, m_surroundings.messages,
-                                                              texts, m_surroundings.openFile});
+        std::make_unique<Conversion>(m_surroundings.component, *m_conversionSettings, surroundings);
     return true;
 }
 
@@ -230,6 +246,10 @@ void frmMain::ReadPendingFile()
 
 void frmMain::ReceiveMessage(const QString &Message)
 {
+    if (!m_hasBeenShown) {
+        m_earlyTexts.append(Message);
+        return;
+    }
     if (!m_pendingText.isEmpty()) {
         m_pendingText += QLatin1Char(';') + Message;
         return;
@@ -244,6 +264,18 @@ void frmMain::tFiles_Timer()
     AddCommandLineFiles(std::exchange(m_pendingText, {}));
 }
 
+/// The program empties the list when it has shown the window.
+void frmMain::showEvent(QShowEvent *event)
+{
+    MainForm::showEvent(event);
+    if (std::exchange(m_hasBeenShown, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        for (const auto &text : std::exchange(m_earlyTexts, {}))
+            AddCommandLineFiles(text);
+    });
+}
+
 void frmMain::ss_lst_add_Click()
 {
     const auto &texts = m_surroundings.texts;
@@ -256,15 +288,23 @@ void frmMain::startConversion()
 {
     if (AtWork())
         return;
-    m_convertsWhenSettled = m_arrivals->isBusy();
-    if (!m_convertsWhenSettled)
-        m_conversion->LblConvert_Click();
+    if (m_arrivals->isBusy())
+        m_patience.start();
+    else
+        convertNow();
 }
 
-void frmMain::convertWhatArrived()
+void frmMain::convertNow()
 {
-    if (std::exchange(m_convertsWhenSettled, false))
-        m_conversion->LblConvert_Click();
+    m_patience.stop();
+    m_conversion->LblConvert_Click();
+}
+
+/// Nothing opens any more when the user has seen the program end.
+void frmMain::openFile(const QString &fileName)
+{
+    if (!m_isUnloaded)
+        m_surroundings.openFile(fileName);
 }
 
 void frmMain::workingModeChanged(bool working)
@@ -296,6 +336,16 @@ void frmMain::contextMenuEvent(QContextMenuEvent *event)
         menu_app->popup(event->globalPos());
 }
 
+/// Whatever has the focus: not every keyboard has a key for menus.
+void frmMain::keyPressEvent(QKeyEvent *event)
+{
+    const auto isMenuKey = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+    if (isMenuKey && !AtWork())
+        menu_app->popup(mapToGlobal(lblTitle->geometry().bottomLeft()));
+    else
+        MainForm::keyPressEvent(event);
+}
+
 void frmMain::closeEvent(QCloseEvent *event)
 {
     if (AtWork() && !m_endedBySystem) {
@@ -320,6 +370,8 @@ void frmMain::unload()
     if (std::exchange(m_isUnloaded, true))
         return;
     m_surroundings.services.pUnhook();
+    for (auto *const about : findChildren<frmAbout *>())
+        about->close();
     saveSettings();
     m_surroundings.services.DestroyTaskbarProxy(*this);
     Q_EMIT unloaded();

@@ -92,8 +92,9 @@ public:
     [[nodiscard]] bool isTakingIn() const;
     /// Takes what another program has left for this one.
     void ReadPendingFile();
-    /// A command text of another start. It is handled a little later. Texts that come until then
-    /// are joined by ";" and are one path from then on; that is kept as it always was.
+    /// A command text of another start. It is handled a little later, or as soon as the window is
+    /// shown. Texts that come until then are joined by ";" and are one path from then on; that is
+    /// kept as it always was.
     Q_INVOKABLE void ReceiveMessage(const QString &Message);
 
     /// Starts the PDF component, so that the first conversion need not wait for it. To be called
@@ -110,6 +111,8 @@ Q_SIGNALS:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     [[nodiscard]] bool loadSteps();
@@ -121,7 +124,8 @@ private:
     void saveSettings();
     void restorePosition();
     void startConversion();
-    void convertWhatArrived();
+    void convertNow();
+    void openFile(const QString &fileName);
     void workingModeChanged(bool working);
     void showQualities();
     void tFiles_Timer();
@@ -142,10 +146,11 @@ private:
     std::unique_ptr<Conversion> m_conversion;
     WidgetSkinWindow m_skinWindow{*this};
     QTimer tFiles;
-    QString m_pendingText; ///< from other starts, not handled yet
-    QString m_language;    ///< the one to be used
+    QTimer m_patience;        ///< runs when Convert was pressed while documents still arrive
+    QString m_pendingText;    ///< from other starts, not handled yet
+    QStringList m_earlyTexts; ///< from other starts, before the window was shown
     bool m_isLoaded = false;
-    bool m_convertsWhenSettled = false; ///< Convert was pressed while documents still arrive
+    bool m_hasBeenShown = false;
     bool m_endedBySystem = false;
     bool m_isUnloaded = false;
     int m_startMode = 0;

@@ -1,10 +1,14 @@
 #include "MainScene.h"
+#include "i18n/AppText.h"
 #include "skin/controls/KelLabel.h"
 #include "ui/FileList.h"
 #include "ui/ListMenu.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTest>
@@ -28,6 +32,7 @@ private Q_SLOTS:
     void theSameFileDroppedTwiceIsThereTwice();
     void everyWayInGivesTheSameOrder();
     void aRefusedPostScriptFileIsTold();
+    void aFolderOfRefusedFilesIsToldInOneMessage();
     void otherRefusalsAreNotTold();
     void theAddDialogAsksForTheSupportedTypes();
     void theMailOptionNeedsFewerThanTwoDocuments();
@@ -39,6 +44,7 @@ private Q_SLOTS:
     void buttonsAndMenuMoveAlike();
     void keysMove_data();
     void keysMove();
+    void theKeysOfTheListAreLeftToOtherControls();
     void theListMenuOffersWhatCanBeDone();
     void openingShowsTheDocument();
     void aPendingFileIsTakenOnce();
@@ -107,8 +113,13 @@ void TestFrmMainList::itemsOfACommandTextAreAddedFromLeftToRight()
 void TestFrmMainList::aTrailingCommaAddsNothing()
 {
     const auto a = m_scene->write("a.doc");
+    // An empty item must not be taken for the current folder.
+    m_scene->write("here/x.doc");
+    const auto before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_scene->folder().path("here")));
     window().AddCommandLineFiles(a + QLatin1Char(','));
     QVERIFY(m_scene->hasDocuments(1));
+    QVERIFY(QDir::setCurrent(before));
     m_scene->fill({"b.doc"});
     QCOMPARE(names(), QStringList({QStringLiteral("a.doc"), QStringLiteral("b.doc")}));
     QVERIFY(m_scene->messages.all().isEmpty());
@@ -179,8 +190,25 @@ void TestFrmMainList::aRefusedPostScriptFileIsTold()
     QTRY_COMPARE(m_scene->messages.all().size(), 1);
     const auto message = m_scene->messages.all().first();
     QCOMPARE(message.style, MessageStyle::Information);
-    QVERIFY2(message.text.contains(file), qPrintable(message.text));
+    QCOMPARE(message.title, AppText::GetText(TextKey::InfoWindowTitle));
+    QCOMPARE(message.text, AppText::GetText(TextKey::ErrorInvalidPRNFile1) + QLatin1Char(' ') +
+                               file + QLatin1Char(' ') +
+                               AppText::GetText(TextKey::ErrorInvalidPRNFile2));
     QVERIFY(window().DocFullNameList().isEmpty());
+}
+
+void TestFrmMainList::aFolderOfRefusedFilesIsToldInOneMessage()
+{
+    for (int number = 1; number <= 30; ++number)
+        m_scene->write(qPrintable(QStringLiteral("f/%1.ps").arg(number)));
+    m_scene->write("f/z.doc");
+    drop({m_scene->folder().path("f")});
+    QVERIFY(m_scene->hasDocuments(1));
+    QCOMPARE(m_scene->messages.all().size(), 1);
+    const auto lines = m_scene->messages.all().first().text.split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 11);
+    QVERIFY(lines.first().contains(QLatin1String("/f/1.ps")));
+    QVERIFY(lines.at(9).contains(QLatin1String("/f/10.ps")));
 }
 
 void TestFrmMainList::otherRefusalsAreNotTold()
@@ -313,8 +341,22 @@ void TestFrmMainList::keysMove()
     QFETCH(QString, order);
     m_scene->fill({"a.doc", "b.doc", "c.doc", "d.doc"});
     select(2);
+    window().LstFile->setFocus();
     QTest::keyClick(window().LstFile, Qt::Key(key), Qt::AltModifier);
     QCOMPARE(names().join(QLatin1Char(' ')).remove(QStringLiteral(".doc")), order);
+}
+
+/// Alt+Down opens a choice.
+void TestFrmMainList::theKeysOfTheListAreLeftToOtherControls()
+{
+    m_scene->fill({"a.doc", "b.doc"});
+    select(0);
+    auto &choice = *window().cmbCompression;
+    choice.setFocus();
+    QTest::keyClick(&choice, Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(names().first(), QStringLiteral("a.doc"));
+    QVERIFY(choice.view()->isVisible());
+    choice.hidePopup();
 }
 
 void TestFrmMainList::theListMenuOffersWhatCanBeDone()

@@ -1,7 +1,9 @@
 #include "MainScene.h"
 #include "i18n/AppText.h"
+#include "i18n/mdli18n.h"
 #include "skin/controls/KelLabel.h"
 #include "skin/controls/KelProgressBar.h"
+#include "ui/AppMenu.h"
 #include "ui/FileList.h"
 #include "ui/PictureBox.h"
 
@@ -9,6 +11,7 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QPointer>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -41,6 +44,9 @@ private Q_SLOTS:
     void anUnknownFailureIsToldAndEndsTheProgram();
     void theEndWritesTheSettings();
     void theEndHappensOnce();
+    void theEndClosesTheAboutBox();
+    void fontsAreAdaptedToTheSystem();
+    void documentsOfOtherStartsWaitForTheWindow();
     void aStartWithDocumentsClearsWhatWasLeftForIt();
     void aStartWithoutDocumentsLeavesFileAndRunAlone();
     void settingsAreThereAfterARestart();
@@ -221,6 +227,10 @@ void TestFrmMainLoad::aMissingSettingsFileEndsTheProgram()
     const QSignalSpy unloaded(&window, &frmMain::unloaded);
     QVERIFY(!window.load());
     QCOMPARE(unloaded.size(), 1);
+    QCOMPARE(m_scene->messages.all().size(), 1);
+    const auto message = m_scene->messages.all().first();
+    QCOMPARE(message.text, QStringLiteral("Quorlin V2 is corrupted, reinstall the product."));
+    QCOMPARE(message.style, MessageStyle::Critical);
 }
 
 void TestFrmMainLoad::whatCouldNotBeLoadedIsNotForgotten()
@@ -298,6 +308,43 @@ void TestFrmMainLoad::theEndHappensOnce()
     m_scene->close();
     QCOMPARE(unloaded.size(), 1);
     QCOMPARE(m_scene->services.calls.count(QStringLiteral("pUnhook")), 1);
+}
+
+void TestFrmMainLoad::theEndClosesTheAboutBox()
+{
+    auto &window = open();
+    Q_EMIT window.findChild<AppMenu *>()->aboutChosen();
+    const QPointer<QWidget> about(window.findChild<QWidget *>(QStringLiteral("frmAbout")));
+    QVERIFY(!about.isNull());
+    window.endBySystem();
+    QTRY_VERIFY(about.isNull());
+}
+
+void TestFrmMainLoad::fontsAreAdaptedToTheSystem()
+{
+    const auto *const property = mdli18n::CharsetProperty;
+    QVERIFY(!open().property(property).isValid());
+    qputenv("LC_ALL", "ru_RU.UTF-8");
+    auto &russian = open();
+    qputenv("LC_ALL", "C.UTF-8");
+    QCOMPARE(russian.property(property).toInt(), 204);
+    QCOMPARE(russian.LstFile->property(property).toInt(), 204);
+    QCOMPARE(russian.LblShow->property(property).toInt(), 204);
+}
+
+/// The hand-off works before there is a window to see, and the list is emptied when it is shown.
+void TestFrmMainLoad::documentsOfOtherStartsWaitForTheWindow()
+{
+    auto &window = m_scene->make();
+    window.ReceiveMessage(m_scene->write("a.txt"));
+    QVERIFY(window.load());
+    window.ReceiveMessage(m_scene->write("b.txt"));
+    QTest::qWait(20);
+    QVERIFY(window.DocFullNameList().isEmpty());
+    window.show();
+    window.LstFile->clear();
+    QVERIFY(m_scene->hasDocuments(2));
+    QCOMPARE(window.LstFile->count(), 2);
 }
 
 void TestFrmMainLoad::aStartWithDocumentsClearsWhatWasLeftForIt()
