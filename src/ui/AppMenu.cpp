@@ -4,17 +4,20 @@
 
 #include <QActionGroup>
 
+#include <utility>
+
 namespace Quorlin {
 
 namespace {
 
-/// One entry for each name, of which one can be marked.
-void fill(NamedMenu &menu, const char *entryName, const QStringList &names)
+/// One entry for each name, in order, of which one can be marked.
+void fill(NamedMenu &menu, const char *entryName, QStringList names)
 {
+    names.sort(Qt::CaseInsensitive);
     menu.clear();
     delete menu.findChild<QActionGroup *>();
     auto *const group = new QActionGroup(&menu);
-    for (const auto &name : names) {
+    for (const auto &name : std::as_const(names)) {
         auto *const entry = menu.addEntry(entryName);
         NamedMenu::setText(*entry, name);
         entry->setData(name);

@@ -5,12 +5,11 @@
 #include "skin/controls/KelLabel.h"
 #include "ui/AccessKeys.h"
 #include "ui/AppMenu.h"
+#include "ui/ApplicationLook.h"
 #include "ui/FormLook.h"
 #include "ui/ListMenu.h"
 #include "ui/MainForm.h"
-#include "ui/SkinStyle.h"
 
-#include <QApplication>
 #include <QMenu>
 
 namespace Quorlin {
@@ -71,9 +70,7 @@ void Appearance::setSkin(const QString &name)
 void Appearance::showLook()
 {
     const auto look = AppSkin::GetLook();
-    // Dialogs, menus and tool tips are windows of their own.
-    QApplication::setPalette(SkinStyle::paletteFor(look));
-    QApplication::setFont(FormLook::font(look, look.fontSize()));
+    ApplicationLook::wear(look);
     m_form.setLook(look, skin() == QLatin1String("None"));
     for (auto *const menu : m_form.findChildren<QMenu *>())
         menu->setFont(FormLook::font(look, look.fontSize()));

@@ -7,6 +7,8 @@
 #include <QMimeData>
 #include <QStyleOptionFrame>
 #include <QSysInfo>
+#include <QTextLayout>
+#include <QToolTip>
 #include <QUrl>
 
 #include <algorithm>
@@ -14,6 +16,10 @@
 namespace Quorlin {
 
 namespace {
+
+/// Of a tip's line, in widths of an average letter, and of a tip in lines.
+constexpr int TipLetters = 72;
+constexpr int TipLines = 10;
 
 /// Full path of a file of this computer; empty for any other address.
 QString localPath(QUrl address)
@@ -41,6 +47,27 @@ Qt::DropAction actionFor(const QDropEvent &event)
         if (event.possibleActions().testFlag(action))
             return action;
     return Qt::IgnoreAction;
+}
+
+/// A tip of any length would not fit onto the screen: it breaks, also within words.
+QString broken(const QString &path, const QFont &font)
+{
+    const QFontMetrics metrics(font);
+    const auto width = metrics.averageCharWidth() * TipLetters;
+    const auto shown = metrics.elidedText(path, Qt::ElideMiddle, width * TipLines);
+    QTextLayout layout(shown, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines.append(shown.mid(line.textStart(), line.textLength()).toHtmlEscaped());
+    }
+    layout.endLayout();
+    return QStringLiteral("<p style='white-space:pre'>%1</p>")
+        .arg(lines.join(QLatin1String("<br>")));
 }
 
 void answer(QDropEvent &event, bool isTaken)
@@ -127,6 +154,21 @@ void FileList::initStyleOption(QStyleOptionFrame *option) const
     QListWidget::initStyleOption(option);
     if (m_isDraggedOver)
         option->state |= QStyle::State_HasFocus;
+}
+
+bool FileList::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QListWidget::viewportEvent(event);
+    const auto &help = *static_cast<QHelpEvent *>(event);
+    if (const auto *const entry = itemAt(help.pos()))
+        QToolTip::showText(
+            help.globalPos(),
+            broken(entry->data(Qt::AccessibleDescriptionRole).toString(), QToolTip::font()),
+            viewport(), visualItemRect(entry));
+    else
+        QToolTip::hideText();
+    return true;
 }
 
 void FileList::keyPressEvent(QKeyEvent *event)

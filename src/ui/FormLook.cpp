@@ -7,6 +7,7 @@
 #include "skin/controls/LabelFace.h"
 #include "ui/SkinStyle.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFile>
 #include <QWidget>
@@ -19,9 +20,12 @@ namespace {
 
 constexpr double LeastContrast = 3;
 
-/// The style of a window, owned by it and shared by all controls on it.
+/// The style of a window, owned by it and shared by all controls on it; the program's where that
+/// is one.
 SkinStyle &styleOf(QWidget &window)
 {
+    if (auto *const common = qobject_cast<SkinStyle *>(QApplication::style()))
+        return *common;
     auto *style = window.findChild<SkinStyle *>(QString(), Qt::FindDirectChildrenOnly);
     if (!style) {
         style = new SkinStyle;
@@ -97,7 +101,8 @@ void apply(const SkinLook &look, QWidget &window)
     window.setPalette(SkinStyle::paletteFor(look));
     window.setFont(font(look, look.fontSize()));
     for (auto *const control : window.findChildren<QWidget *>()) {
-        control->setStyle(&style);
+        if (control->style() != &style)
+            control->setStyle(&style);
         control->setFont({});
         control->update();
     }

@@ -18,6 +18,12 @@ ListMenu::ListMenu(QWidget *parent) : NamedMenu("menu_lst", parent)
     ss_lst_last = ss_lst_move->addEntry("ss_lst_last");
     addLine("ss_lst_sep2");
     ss_lst_clear = addEntry("ss_lst_clear");
+    setKeys(*ss_lst_add, QKeySequence::Open);
+    setKeys(*ss_lst_remove, Qt::Key_Delete);
+    setKeys(*ss_lst_first, Qt::ALT | Qt::Key_Home);
+    setKeys(*ss_lst_previous, Qt::ALT | Qt::Key_Up);
+    setKeys(*ss_lst_next, Qt::ALT | Qt::Key_Down);
+    setKeys(*ss_lst_last, Qt::ALT | Qt::Key_End);
 }
 
 void ListMenu::setTexts(const TextSource &texts)

@@ -1,27 +1,9 @@
 #include "ui/MessageBoxes.h"
 
-#include "ui/FormLook.h"
-
-#include <QMessageBox>
+#include "ui/ApplicationLook.h"
+#include "ui/MessageBox.h"
 
 namespace Quorlin {
-
-namespace {
-
-QMessageBox::Icon iconOf(MessageStyle style)
-{
-    switch (style) {
-    case MessageStyle::Critical:
-        return QMessageBox::Critical;
-    case MessageStyle::Information:
-        return QMessageBox::Information;
-    case MessageStyle::Plain:
-        break;
-    }
-    return QMessageBox::NoIcon;
-}
-
-} // namespace
 
 void MessageBoxes::show(const QString &text, MessageStyle style, const QString &title)
 {
@@ -29,12 +11,9 @@ void MessageBoxes::show(const QString &text, MessageStyle style, const QString &
     auto *owner = m_window.data();
     if (owner && !owner->isVisible())
         owner = nullptr;
-    QMessageBox box(iconOf(style), title, text, QMessageBox::Ok, owner);
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    if (m_look)
-        FormLook::apply(*m_look, box);
-    box.exec();
+    // Before a skin is worn there may be a message already.
+    ApplicationLook::ensure();
+    MessageBox(text, style, title, owner).exec();
 }
 
 } // namespace Quorlin

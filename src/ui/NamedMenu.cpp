@@ -26,6 +26,14 @@ void NamedMenu::addLine(const char *name)
     addSeparator()->setObjectName(QLatin1String(name));
 }
 
+void NamedMenu::setKeys(QAction &entry, const QKeySequence &keys)
+{
+    // An entry of a menu that pops up listens to no keys of this context.
+    entry.setShortcutContext(Qt::WidgetShortcut);
+    entry.setShortcut(keys);
+    entry.setShortcutVisibleInContextMenu(true);
+}
+
 void NamedMenu::setText(QAction &entry, const QString &text)
 {
     entry.setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));

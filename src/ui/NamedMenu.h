@@ -19,6 +19,9 @@ public:
     NamedMenu *addBranch(const char *name, const char *entryName);
     void addLine(const char *name);
 
+    /// Shows keys beside an entry. They are only shown: whoever owns the menu answers to them.
+    static void setKeys(QAction &entry, const QKeySequence &keys);
+
     static void setText(QAction &entry, const QString &text);
 };
 

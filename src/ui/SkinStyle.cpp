@@ -1,42 +1,32 @@
 #include "ui/SkinStyle.h"
 
+#include "ui/Compositing.h"
+#include "ui/StyleIcons.h"
+#include "ui/StyleParts.h"
+
+#include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QComboBox>
+#include <QDialog>
+#include <QMenu>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QTreeView>
+
+#include <algorithm>
 
 namespace Quorlin {
 
+using StyleParts::has;
+
 namespace {
 
-constexpr int TextStart = 10;
-constexpr int ArrowRoom = SkinStyle::ChoiceFrame - TextStart;
-constexpr int ScrollBarWidth = 10;
-constexpr int LeastSlider = 24;
-/// How much of its colour a selected entry keeps in a list that is disabled.
-constexpr qreal DisabledSelection = 0.3;
 /// Above and below the text of a list's entry, together.
 constexpr int EntryRoom = 10;
-
-/// A line of this width through the middles of the edge's pixels.
-QRectF edgeOf(const QRect &rect, qreal width)
-{
-    return QRectF(rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
-}
-
-bool has(const QStyleOption &option, QStyle::StateFlag flag)
-{
-    return option.state.testFlag(flag);
-}
-
-QColor blended(const QColor &over, const QColor &under)
-{
-    const auto share = over.alphaF();
-    const auto mix = [share](float a, float b) { return a * share + b * (1 - share); };
-    return QColor::fromRgbF(mix(over.redF(), under.redF()), mix(over.greenF(), under.greenF()),
-                            mix(over.blueF(), under.blueF()));
-}
+constexpr int TipMargin = 7;
+constexpr int FieldStart = 5;
+constexpr int LeastIcon = 16;
 
 void setDisabled(QPalette &palette, const QColor &text)
 {
@@ -68,170 +58,170 @@ QPalette SkinStyle::paletteFor(const SkinLook &look)
     return palette;
 }
 
+void SkinStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (!qobject_cast<QMenu *>(widget))
+        return;
+    widget->setAttribute(Qt::WA_TranslucentBackground, Compositing::isActive());
+    widget->setWindowFlag(Qt::FramelessWindowHint);
+    widget->setWindowFlag(Qt::NoDropShadowWindowHint);
+}
+
 void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
                               QPainter *painter, const QWidget *widget) const
 {
-    if (element == PE_IndicatorCheckBox)
-        drawCheckBox(*option, *painter);
-    else if (element == PE_FrameFocusRect)
-        drawFocusRing(option->rect, *painter);
-    else if (element == PE_PanelItemViewItem)
-        drawEntry(*option, *painter);
-    else if (element == PE_Frame)
-        drawFrame(*option, *painter);
-    else
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
-}
-
-void SkinStyle::drawCheckBox(const QStyleOption &option, QPainter &painter) const
-{
-    const auto isOn = has(option, State_On);
-    const auto isEnabled = has(option, State_Enabled);
-    const auto side = std::min(option.rect.width(), option.rect.height());
-    const QRect square(option.rect.topLeft(), QSize(side, side));
-    auto line = m_look.colour(LookColour::FieldBorder);
-    auto fill = m_look.colour(isOn && isEnabled ? LookColour::Accent : LookColour::Field);
-    if (!isEnabled)
-        line = m_look.colour(LookColour::DisabledText);
-    else if (has(option, State_HasFocus))
-        line = m_look.colour(LookColour::Focus);
-    else if (isOn)
-        line = fill;
-    if (isEnabled && has(option, State_Sunken))
-        fill = blended(m_look.colour(LookColour::Pressed), fill);
-    else if (isEnabled && has(option, State_MouseOver))
-        fill = blended(m_look.colour(LookColour::Hover), fill);
-
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    const auto width = side / 18.0 * (isEnabled && has(option, State_HasFocus) ? 2.8 : 1.4);
-    painter.setPen(QPen(line, width));
-    painter.setBrush(fill);
-    const auto radius = std::min<qreal>(m_look.corners(), side * 0.22);
-    painter.drawRoundedRect(edgeOf(square, width), radius, radius);
-    if (isOn) {
-        QPolygonF tick{{0.26, 0.53}, {0.43, 0.69}, {0.75, 0.33}};
-        for (auto &point : tick)
-            point = QPointF(square.topLeft()) + point * side;
-        const auto tickColour = isEnabled ? LookColour::AccentText : LookColour::DisabledText;
-        painter.setPen(QPen(m_look.colour(tickColour), side / 8.0, Qt::SolidLine, Qt::RoundCap,
-                            Qt::RoundJoin));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPolyline(tick);
-    }
-    painter.restore();
-}
-
-/// The ground of a list's entry.
-void SkinStyle::drawEntry(const QStyleOption &option, QPainter &painter) const
-{
-    const auto isSelected = has(option, State_Selected);
-    if (!isSelected && !has(option, State_MouseOver))
+    switch (element) {
+    case PE_IndicatorCheckBox:
+        m_controls.drawCheckBox(*option, *painter);
         return;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setOpacity(has(option, State_Enabled) ? 1 : DisabledSelection);
-    painter.setBrush(m_look.colour(isSelected ? LookColour::Selection : LookColour::Hover));
-    painter.drawRoundedRect(option.rect, m_look.corners() * 0.75, m_look.corners() * 0.75);
-    painter.restore();
+    case PE_FrameFocusRect:
+        drawFocusRing(*option, *painter, widget);
+        return;
+    case PE_Frame:
+        drawFrame(*option, *painter, widget);
+        return;
+    case PE_PanelMenu:
+        m_menus.drawPanel(*option, *painter);
+        return;
+    case PE_PanelItemViewRow: // the cells are drawn whole
+    case PE_FrameMenu:        // so is the panel
+        return;
+    case PE_PanelButtonTool:
+        m_dialogs.drawToolButton(*option, *painter);
+        return;
+    case PE_PanelTipLabel:
+        m_dialogs.drawTip(*option, *painter);
+        return;
+    case PE_IndicatorDockWidgetResizeHandle:
+        m_dialogs.drawSplitter(*option, *painter);
+        return;
+    default:
+        if (!drawTypedPrimitive(element, *option, *painter))
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+/// What must know more than every option tells.
+bool SkinStyle::drawTypedPrimitive(PrimitiveElement element, const QStyleOption &option,
+                                   QPainter &painter) const
+{
+    if (element == PE_PanelButtonCommand) {
+        const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(&option);
+        if (button)
+            m_dialogs.drawButton(*button, painter);
+        return button;
+    }
+    if (element == PE_PanelItemViewItem) {
+        const auto *const entry = qstyleoption_cast<const QStyleOptionViewItem *>(&option);
+        if (entry)
+            m_controls.drawEntry(*entry, painter);
+        return entry;
+    }
+    // Without a frame it is a part of another control.
+    const auto *const frame = qstyleoption_cast<const QStyleOptionFrame *>(&option);
+    const auto isField = element == PE_PanelLineEdit && frame && frame->lineWidth > 0;
+    if (isField)
+        m_dialogs.drawField(option, painter);
+    return isField;
 }
 
 /// A list's frame shows the focus; where it has an entry, that entry shows it.
-void SkinStyle::drawFrame(const QStyleOption &option, QPainter &painter) const
+void SkinStyle::drawFrame(const QStyleOption &option, QPainter &painter,
+                          const QWidget *widget) const
 {
-    if (has(option, State_HasFocus))
-        drawFocusRing(option.rect, painter);
+    if (widget && widget->inherits("QComboBoxPrivateContainer"))
+        m_dialogs.drawChoicePanel(option, painter);
+    else if (qobject_cast<const QAbstractItemView *>(widget) &&
+             qobject_cast<const QDialog *>(widget->window()))
+        m_dialogs.drawListFrame(option, painter);
+    else if (has(option, State_HasFocus))
+        m_controls.drawFocusFrame(option.rect, painter);
 }
 
-void SkinStyle::drawFocusRing(const QRect &rect, QPainter &painter) const
+/// A dialog's buttons show the focus themselves, and a row of cells must not be torn into cells.
+void SkinStyle::drawFocusRing(const QStyleOption &option, QPainter &painter,
+                              const QWidget *widget) const
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(m_look.colour(LookColour::Focus), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(edgeOf(rect, 2), m_look.corners(), m_look.corners());
-    painter.restore();
+    const auto isButton = qobject_cast<const QAbstractButton *>(widget) &&
+                          qobject_cast<const QDialog *>(widget->window());
+    if (!isButton && !qobject_cast<const QTreeView *>(widget))
+        m_controls.drawFocusRing(option.rect, painter);
 }
 
 void SkinStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const
 {
-    const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(option);
-    if (element == CE_CheckBox && button && button->text.isEmpty()) {
-        drawCheckBox(*option, *painter);
-        return;
-    }
-    const auto *const choice = qstyleoption_cast<const QStyleOptionComboBox *>(option);
-    if (element != CE_ComboBoxLabel || !choice) {
+    if (element == CE_Splitter)
+        m_dialogs.drawSplitter(*option, *painter);
+    else if (element != CE_MenuEmptyArea && !drawTypedControl(element, *option, *painter, widget))
         QProxyStyle::drawControl(element, option, painter, widget);
-        return;
+}
+
+bool SkinStyle::drawTypedControl(ControlElement element, const QStyleOption &option,
+                                 QPainter &painter, const QWidget *widget) const
+{
+    if (const auto *const entry = qstyleoption_cast<const QStyleOptionMenuItem *>(&option)) {
+        if (element == CE_MenuItem)
+            m_menus.drawItem(*entry, painter, *this);
+        return element == CE_MenuItem;
     }
-    const auto room = subControlRect(CC_ComboBox, choice, SC_ComboBoxEditField, widget);
+    if (const auto *const button = qstyleoption_cast<const QStyleOptionButton *>(&option)) {
+        if (element == CE_PushButtonLabel)
+            drawButtonText(*button, painter, widget);
+        else if (element == CE_CheckBox && button->text.isEmpty())
+            m_controls.drawCheckBox(option, painter);
+        else
+            return false;
+        return true;
+    }
+    if (const auto *const choice = qstyleoption_cast<const QStyleOptionComboBox *>(&option)) {
+        if (element == CE_ComboBoxLabel)
+            drawChoiceText(*choice, painter, widget);
+        return element == CE_ComboBoxLabel;
+    }
+    const auto *const header = qstyleoption_cast<const QStyleOptionHeader *>(&option);
+    if (element == CE_HeaderSection && header)
+        m_dialogs.drawHeader(*header, painter);
+    return element == CE_HeaderSection && header;
+}
+
+void SkinStyle::drawButtonText(const QStyleOptionButton &option, QPainter &painter,
+                               const QWidget *widget) const
+{
+    auto button = option;
+    button.palette.setColor(QPalette::ButtonText, m_dialogs.buttonText(option));
+    QProxyStyle::drawControl(CE_PushButtonLabel, &button, &painter, widget);
+}
+
+void SkinStyle::drawChoiceText(const QStyleOptionComboBox &option, QPainter &painter,
+                               const QWidget *widget) const
+{
+    auto room = subControlRect(CC_ComboBox, &option, SC_ComboBoxEditField, widget);
+    if (!option.currentIcon.isNull()) {
+        const auto mode = has(option, State_Enabled) ? QIcon::Normal : QIcon::Disabled;
+        const QRect icon(room.topLeft(), QSize(option.iconSize.width(), room.height()));
+        option.currentIcon.paint(&painter, icon, Qt::AlignCenter, mode);
+        room.setLeft(icon.right() + FieldStart);
+    }
     const auto colour =
-        has(*option, State_Enabled) ? LookColour::FieldText : LookColour::DisabledText;
-    painter->setPen(m_look.colour(colour));
-    painter->drawText(
+        has(option, State_Enabled) ? LookColour::FieldText : LookColour::DisabledText;
+    painter.setPen(m_look.colour(colour));
+    painter.drawText(
         room, Qt::AlignVCenter | Qt::AlignLeft,
-        option->fontMetrics.elidedText(choice->currentText, Qt::ElideRight, room.width()));
+        option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, room.width()));
 }
 
 void SkinStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                    QPainter *painter, const QWidget *widget) const
 {
     if (control == CC_ComboBox)
-        drawChoice(*option, *painter);
+        m_controls.drawChoice(*option, *painter);
     else if (control == CC_ScrollBar)
-        drawScrollBar(*option, *painter, widget);
+        m_controls.drawScrollBar(
+            *option, subControlRect(CC_ScrollBar, option, SC_ScrollBarSlider, widget), *painter);
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-}
-
-void SkinStyle::drawChoice(const QStyleOptionComplex &option, QPainter &painter) const
-{
-    const auto isEnabled = has(option, State_Enabled);
-    auto fill = m_look.colour(LookColour::Field);
-    if (isEnabled && (has(option, State_Sunken) || has(option, State_On)))
-        fill = blended(m_look.colour(LookColour::Pressed), fill);
-    else if (isEnabled && has(option, State_MouseOver))
-        fill = blended(m_look.colour(LookColour::Hover), fill);
-    const auto hasFocus = isEnabled && has(option, State_HasFocus);
-    // Bold letters go with bold lines.
-    const auto weight = m_look.isBold() ? 2.0 : 1.0;
-    const auto width = weight * (hasFocus ? 1.6 : 1.0);
-
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled ? 1 : 0.6);
-    painter.setPen(
-        QPen(m_look.colour(hasFocus ? LookColour::Focus : LookColour::FieldBorder), width));
-    painter.setBrush(fill);
-    painter.drawRoundedRect(edgeOf(option.rect, width), m_look.corners(), m_look.corners());
-
-    const QPointF middle(option.rect.right() - ArrowRoom / 2.0, option.rect.center().y() + 1);
-    painter.setPen(QPen(m_look.colour(LookColour::FieldText), 1.8 * weight, Qt::SolidLine,
-                        Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPolyline(
-        QPolygonF{middle + QPointF(-4.5, -2), middle + QPointF(0, 2.5), middle + QPointF(4.5, -2)});
-    painter.restore();
-}
-
-void SkinStyle::drawScrollBar(const QStyleOptionComplex &option, QPainter &painter,
-                              const QWidget *widget) const
-{
-    painter.fillRect(option.rect, m_look.colour(LookColour::List));
-    const auto slider = subControlRect(CC_ScrollBar, &option, SC_ScrollBarSlider, widget);
-    auto colour = m_look.colour(LookColour::FieldBorder);
-    if (option.activeSubControls.testFlag(SC_ScrollBarSlider))
-        colour = m_look.colour(LookColour::ListText);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    const auto thin = QRectF(slider).adjusted(2, 2, -2, -2);
-    painter.drawRoundedRect(thin, ScrollBarWidth / 2.0 - 2, ScrollBarWidth / 2.0 - 2);
-    painter.restore();
 }
 
 QRect SkinStyle::subElementRect(SubElement element, const QStyleOption *option,
@@ -250,69 +240,82 @@ QRect SkinStyle::subControlRect(ComplexControl control, const QStyleOptionComple
                                 SubControl part, const QWidget *widget) const
 {
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
-        return option->rect.adjusted(TextStart, 0, -ArrowRoom, 0);
+        return option->rect.adjusted(ControlStyle::TextStart, 0,
+                                     ControlStyle::TextStart - ControlStyle::ChoiceFrame, 0);
     const auto *const slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
     if (control == CC_ScrollBar && slider)
-        return QStyle::visualRect(option->direction, option->rect, scrollBarPart(*slider, part));
+        return QStyle::visualRect(option->direction, option->rect,
+                                  ControlStyle::scrollBarPart(*slider, part));
     return QProxyStyle::subControlRect(control, option, part, widget);
-}
-
-/// A scroll bar without arrows: the slider has its whole length.
-QRect SkinStyle::scrollBarPart(const QStyleOptionSlider &option, SubControl part)
-{
-    const auto isLevel = option.orientation == Qt::Horizontal;
-    const auto length = isLevel ? option.rect.width() : option.rect.height();
-    const auto range = option.maximum - option.minimum;
-    const auto share = double(option.pageStep) / std::max(range + option.pageStep, 1);
-    const auto size = std::clamp(int(length * share), std::min(LeastSlider, length), length);
-    const auto start = sliderPositionFromValue(
-        option.minimum, option.maximum, option.sliderPosition, length - size, option.upsideDown);
-    const auto along = [&](int from, int to) {
-        return isLevel
-                   ? QRect(option.rect.x() + from, option.rect.y(), to - from, option.rect.height())
-                   : QRect(option.rect.x(), option.rect.y() + from, option.rect.width(), to - from);
-    };
-    switch (part) {
-    case SC_ScrollBarSlider:
-        return along(start, start + size);
-    case SC_ScrollBarGroove:
-        return along(0, length);
-    case SC_ScrollBarSubPage:
-        return along(0, start);
-    case SC_ScrollBarAddPage:
-        return along(start + size, length);
-    default:
-        return {};
-    }
 }
 
 QSize SkinStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
                                   const QSize &contents, const QWidget *widget) const
 {
+    if (const auto *const entry = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+        type == CT_MenuItem && entry)
+        return m_menus.itemSize(*entry, contents);
+    if (type == CT_PushButton)
+        return DialogStyle::buttonSize(*option, contents);
+    if (type == CT_LineEdit)
+        return DialogStyle::fieldSize(*option, contents);
     auto size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-    if (type == CT_ItemViewItem)
+    if (type == CT_ItemViewItem || type == CT_HeaderSection)
         size.setHeight(option->fontMetrics.height() + EntryRoom);
+    else if (type == CT_ComboBox)
+        size = DialogStyle::fieldSize(
+            *option, QSize(contents.width() + ControlStyle::ChoiceFrame, contents.height()));
     return size;
 }
 
 int SkinStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                            const QWidget *widget) const
 {
-    if (metric == PM_ScrollBarExtent)
-        return ScrollBarWidth;
-    if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractItemView *>(widget))
-        return 2;
-    if (metric == PM_FocusFrameHMargin)
+    switch (metric) {
+    case PM_ScrollBarExtent:
+        return ControlStyle::ScrollBarWidth;
+    case PM_FocusFrameHMargin:
         return EntryRoom / 2;
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_MenuPanelWidth:
+    case PM_SubMenuOverlap:
+        return 0;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return MenuStyle::Margin;
+    case PM_SmallIconSize:
+    case PM_ListViewIconSize:
+        return std::max(LeastIcon, m_look.fontSize() + 3);
+    case PM_ToolTipLabelFrameWidth:
+        return TipMargin;
+    case PM_DefaultFrameWidth:
+        return qobject_cast<const QAbstractItemView *>(widget)
+                   ? 2
+                   : QProxyStyle::pixelMetric(metric, option, widget);
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
 }
 
 int SkinStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                          QStyleHintReturn *data) const
 {
-    if (hint == SH_ComboBox_Popup)
+    if (hint == SH_ComboBox_Popup || hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
+    auto *const mask = qstyleoption_cast<QStyleHintReturnMask *>(data);
+    if (hint == SH_Menu_Mask && mask && option && !Compositing::isActive()) {
+        mask->region = m_menus.outline(option->rect);
+        return 1;
+    }
+    if (hint == SH_ToolTip_Mask)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+QIcon SkinStyle::standardIcon(StandardPixmap which, const QStyleOption *option,
+                              const QWidget *widget) const
+{
+    const auto icon = StyleIcons::icon(which, m_look);
+    return icon.isNull() ? QProxyStyle::standardIcon(which, option, widget) : icon;
 }
 
 } // namespace Quorlin

@@ -1,22 +1,26 @@
 #pragma once
 
 #include "skin/SkinLook.h"
+#include "ui/ControlStyle.h"
+#include "ui/DialogStyle.h"
+#include "ui/MenuStyle.h"
 
 #include <QProxyStyle>
 
-class QStyleOptionSlider;
+class QStyleOptionButton;
+class QStyleOptionComboBox;
 
 namespace Quorlin {
 
-/// Draws the toolkit's own controls (lists, check boxes, choices, menus) in the colours of a
-/// skin, from lines and areas, so that they are sharp at every scale.
+/// Draws the toolkit's own controls (lists, check boxes, choices, menus, dialogs) in the colours of
+/// a skin, from lines and areas, so that they are sharp at every scale.
 class SkinStyle : public QProxyStyle
 {
     Q_OBJECT
 
 public:
     /// What of a choice's width is not for its text, in pixels.
-    static constexpr int ChoiceFrame = 38;
+    static constexpr int ChoiceFrame = ControlStyle::ChoiceFrame;
 
     SkinStyle();
 
@@ -26,6 +30,8 @@ public:
     /// The palette that goes with a look: for whatever this style leaves to its base.
     [[nodiscard]] static QPalette paletteFor(const SkinLook &look);
 
+    using QProxyStyle::polish;
+    void polish(QWidget *widget) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
@@ -43,18 +49,25 @@ public:
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *data) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption *option,
+                                     const QWidget *widget) const override;
 
 private:
-    void drawCheckBox(const QStyleOption &option, QPainter &painter) const;
-    [[nodiscard]] static QRect scrollBarPart(const QStyleOptionSlider &option, SubControl part);
-    void drawFrame(const QStyleOption &option, QPainter &painter) const;
-    void drawEntry(const QStyleOption &option, QPainter &painter) const;
-    void drawFocusRing(const QRect &rect, QPainter &painter) const;
-    void drawChoice(const QStyleOptionComplex &option, QPainter &painter) const;
-    void drawScrollBar(const QStyleOptionComplex &option, QPainter &painter,
-                       const QWidget *widget) const;
+    [[nodiscard]] bool drawTypedPrimitive(PrimitiveElement element, const QStyleOption &option,
+                                          QPainter &painter) const;
+    [[nodiscard]] bool drawTypedControl(ControlElement element, const QStyleOption &option,
+                                        QPainter &painter, const QWidget *widget) const;
+    void drawFrame(const QStyleOption &option, QPainter &painter, const QWidget *widget) const;
+    void drawFocusRing(const QStyleOption &option, QPainter &painter, const QWidget *widget) const;
+    void drawButtonText(const QStyleOptionButton &option, QPainter &painter,
+                        const QWidget *widget) const;
+    void drawChoiceText(const QStyleOptionComboBox &option, QPainter &painter,
+                        const QWidget *widget) const;
 
     SkinLook m_look;
+    ControlStyle m_controls{m_look};
+    MenuStyle m_menus{m_look};
+    DialogStyle m_dialogs{m_look};
 };
 
 } // namespace Quorlin

@@ -1,5 +1,7 @@
 #include "ui/SkinnedWindow.h"
 
+#include "ui/Compositing.h"
+
 #include <QBitmap>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,8 +13,11 @@ namespace {
 
 constexpr int MostOutlineParts = 10000;
 
-/// Every point that is not wholly transparent in a picture of alpha values.
-QBitmap touchedPoints(const QImage &alpha)
+constexpr uchar LeastAlpha = 1;
+constexpr uchar HalfAlpha = 128;
+
+/// Every point of a picture of alpha values that is at least so opaque.
+QBitmap touchedPoints(const QImage &alpha, uchar least)
 {
     const auto lineBytes = (alpha.width() + 7) / 8;
     QByteArray bits(qsizetype(lineBytes) * alpha.height(), '\0');
@@ -20,7 +25,7 @@ QBitmap touchedPoints(const QImage &alpha)
         const auto *const line = alpha.constScanLine(row);
         auto *const to = bits.data() + qsizetype(row) * lineBytes;
         for (int column = 0; column < alpha.width(); ++column) {
-            if (line[column] > 0)
+            if (line[column] >= least)
                 to[column / 8] = char(to[column / 8] | 1 << column % 8);
         }
     }
@@ -101,7 +106,7 @@ void SkinnedWindow::takeOutline()
     QPainter painter(&outline);
     m_picture.draw(painter, rect());
     painter.end();
-    const QRegion region(touchedPoints(outline));
+    const QRegion region(touchedPoints(outline, Compositing::isActive() ? LeastAlpha : HalfAlpha));
     // An outline of noise would keep the display busy; such a window is a rectangle.
     if (region.rectCount() > MostOutlineParts)
         clearMask();

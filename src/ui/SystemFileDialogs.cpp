@@ -1,12 +1,16 @@
 #include "ui/SystemFileDialogs.h"
 
+#include "ui/ApplicationLook.h"
 #include "ui/DocumentFilter.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QScreen>
 #include <QStandardPaths>
+#include <QTreeView>
 
 namespace Quorlin {
 
@@ -27,6 +31,24 @@ protected:
         QFileDialog::done(result);
     }
 };
+
+constexpr QSize ComfortableSize(760, 500);
+
+constexpr int KindColumn = 2;
+
+/// The name takes what the other columns leave, so that nothing in them is cut. Its extension
+/// tells the kind.
+void arrangeColumns(const QFileDialog &dialog)
+{
+    const auto *const view = dialog.findChild<QTreeView *>(QStringLiteral("treeView"));
+    if (!view)
+        return;
+    auto &header = *view->header();
+    header.setStretchLastSection(false);
+    header.setSectionResizeMode(QHeaderView::ResizeToContents);
+    header.setSectionResizeMode(0, QHeaderView::Stretch);
+    header.hideSection(KindColumn);
+}
 
 } // namespace
 
@@ -55,10 +77,14 @@ QFileDialog *SystemFileDialogs::makeDialog(const QString &title, const QString &
 {
     if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
         m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    ApplicationLook::ensure();
     auto *const dialog = new FileDialog(m_window, title, m_folder);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::HideNameFilterDetails);
+    dialog->setSizeGripEnabled(false);
     dialog->setNameFilters(DocumentFilter::toolkitFilters(filter));
+    dialog->resize(ComfortableSize.boundedTo(dialog->screen()->availableSize()));
+    arrangeColumns(*dialog);
     return dialog;
 }
 

@@ -1,0 +1,91 @@
+#include "ui/MessageBox.h"
+
+#include "ui/MessageText.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace Quorlin {
+
+namespace {
+
+constexpr int Room = 20;
+constexpr int IconSide = 36;
+/// What the frame, the button and the room around them may need of the screen's height.
+constexpr int OtherHeight = 200;
+constexpr int OtherWidth = 160;
+/// A message is no document.
+constexpr int MostHeight = 420;
+
+} // namespace
+
+MessageBox::MessageBox(const QString &text, MessageStyle style, const QString &title,
+                       QWidget *parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
+      m_text(new MessageText(text, this))
+{
+    setWindowTitle(title);
+    auto *const grid = new QGridLayout(this);
+    grid->setContentsMargins(Room, Room, Room, Room - 4);
+    grid->setHorizontalSpacing(Room - 4);
+    grid->setVerticalSpacing(Room);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    addIcon(style);
+    grid->addWidget(m_text, 0, 1, Qt::AlignVCenter | Qt::AlignLeft);
+    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+    grid->addWidget(buttons, 1, 0, 1, 2);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
+    buttons->button(QDialogButtonBox::Ok)->setFocus();
+}
+
+void MessageBox::addIcon(MessageStyle kind)
+{
+    if (kind == MessageStyle::Plain)
+        return;
+    const auto which = kind == MessageStyle::Critical ? QStyle::SP_MessageBoxCritical
+                                                      : QStyle::SP_MessageBoxInformation;
+    auto *const icon = new QLabel(this);
+    icon->setPixmap(style()
+                        ->standardIcon(which, nullptr, this)
+                        .pixmap(QSize(IconSide, IconSide), devicePixelRatioF()));
+    qobject_cast<QGridLayout *>(layout())->addWidget(icon, 0, 0, Qt::AlignTop);
+}
+
+void MessageBox::fit()
+{
+    const auto *const where = parentWidget() ? parentWidget()->screen() : screen();
+    const auto room = where->availableSize() - QSize(OtherWidth, OtherHeight);
+    m_text->fitInto(QSize(std::max(room.width(), 1), std::clamp(room.height(), 1, MostHeight)));
+}
+
+void MessageBox::showEvent(QShowEvent *event)
+{
+    fit();
+    layout()->activate();
+    QDialog::showEvent(event);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+/// The whole message goes to the clipboard where nothing of it is selected.
+void MessageBox::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy))
+        QGuiApplication::clipboard()->setText(m_text->toPlainText());
+    else
+        QDialog::keyPressEvent(event);
+}
+
+} // namespace Quorlin
