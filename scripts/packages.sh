@@ -12,7 +12,7 @@ run_packages=(
     'libreoffice-calc-nogui|libreoffice-calc'
     'libreoffice-impress-nogui|libreoffice-impress'
     'libreoffice-draw-nogui|libreoffice-draw'
-    ghostscript poppler-utils libqt6svg6 qt6-translations-l10n xdg-utils
+    ghostscript poppler-utils libqt6svg6 qt6-translations-l10n qt6-wayland xdg-utils
     'fonts-liberation|fonts-liberation2' fonts-dejavu fonts-opensymbol
     fonts-crosextra-carlito fonts-crosextra-caladea
 )
