@@ -149,13 +149,31 @@ class Ending(FailureTest):
         pipes = office_pipes(self.desktop)
         window.managed.ask_to_close()
         always(lambda: window.program.is_running() and window.is_working(), "the window works on", 0.5)
-        window.program.send_signal()
-        self.assertEqual(window.program.wait_for_end(END_SECONDS), 0)
-        self.check_no_traces(document)
+        self.end_from_outside(window, document)
         self.assertEqual(pipes_left(pipes), [])
         settings = Settings(self.desktop.config).all()
         # What was started with documents has none pending.
         self.assertEqual([settings[name] for name in ("MergeOption", "File", "Run")], ["true", "", "0"])
+
+    def end_from_outside(self, window, *files):
+        window.program.send_signal()
+        self.assertEqual(window.program.wait_for_end(END_SECONDS), 0)
+        self.check_no_traces(*files)
+
+    def test_a_program_that_shows_a_message_can_be_ended(self):
+        document = truncated_document(self.desktop.home / "broken.docx")
+        window = self.open_with(document)
+        window.convert()
+        window.program.dialog("Error", JOB_SECONDS)
+        self.end_from_outside(window, document)
+
+    def test_a_program_that_asks_for_a_name_can_be_ended(self):
+        documents = [copy_example(PDF, self.desktop.home), copy_example(POSTSCRIPT, self.desktop.home)]
+        window = self.open_with(*documents)
+        window.set_option("Merge files")
+        window.convert()
+        window.program.dialog(seconds=JOB_SECONDS)
+        self.end_from_outside(window, *documents)
 
     def test_a_component_that_dies_is_told_and_the_next_job_works(self):
         window, document = self.working_window()
