@@ -38,7 +38,7 @@ MessageBox::MessageBox(const QString &text, MessageStyle style, const QString &t
     setWindowTitle(title);
     auto *const grid = new QGridLayout(this);
     grid->setContentsMargins(Room, Room, Room, Room - 4);
-    grid->setHorizontalSpacing(Room - 4);
+    grid->setHorizontalSpacing(style == MessageStyle::Plain ? 0 : Room - 4);
     grid->setVerticalSpacing(Room);
     grid->setSizeConstraint(QLayout::SetFixedSize);
     addIcon(style);
