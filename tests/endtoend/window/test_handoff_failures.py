@@ -25,6 +25,8 @@ from harness.windowtest import WindowTest, main  # noqa: E402
 
 QUORLIN = PROGRAMS / "quorlin"
 MANY, HELD = 1000, 400
+# Fewer than are held: whoever keeps them all has none left for a document.
+FILE_LIMIT = ("prlimit", "--nofile=350:", "--")
 # The sender gives up after 2 s.
 HANDOFF_SECONDS = 3.5
 # One that can be seen to hang, whatever the machine is busy with.
@@ -105,7 +107,7 @@ class Garbage(HandoffTest):
         self.assertGreater(len(refused), 10)
 
     def test_a_second_start_gets_through_all_kinds_of_garbage(self):
-        window = MainWindow(self)
+        window = MainWindow(Starting(self, under=FILE_LIMIT))
         held = collections.deque()
         with ExitStack() as streams, Responsiveness(window.program) as meanwhile:
             for data in (os.urandom(100), b"", b"Q", head(10)[:-1], head(10) + b"half", head(0), head(1 << 31),
