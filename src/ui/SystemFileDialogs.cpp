@@ -32,7 +32,9 @@ protected:
     }
 };
 
-constexpr QSize ComfortableSize(760, 500);
+/// In average letters and lines.
+constexpr int ComfortableWidth = 92;
+constexpr int ComfortableHeight = 30;
 
 constexpr int KindColumn = 2;
 
@@ -77,13 +79,19 @@ QFileDialog *SystemFileDialogs::makeDialog(const QString &title, const QString &
 {
     if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
         m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    // Not everybody has a folder for documents; its name would stand in the dialog for a file.
+    if (!QFileInfo(m_folder).isDir())
+        m_folder = QDir::homePath();
     ApplicationLook::ensure();
     auto *const dialog = new FileDialog(m_window, title, m_folder);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setOption(QFileDialog::HideNameFilterDetails);
     dialog->setSizeGripEnabled(false);
     dialog->setNameFilters(DocumentFilter::toolkitFilters(filter));
-    dialog->resize(ComfortableSize.boundedTo(dialog->screen()->availableSize()));
+    const auto letters = dialog->fontMetrics();
+    const QSize comfortable(letters.averageCharWidth() * ComfortableWidth,
+                            letters.height() * ComfortableHeight);
+    dialog->resize(comfortable.boundedTo(dialog->screen()->availableSize() * 0.9));
     arrangeColumns(*dialog);
     return dialog;
 }
