@@ -12,6 +12,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <array>
 
 namespace Quorlin {
 
@@ -68,6 +69,16 @@ QString broken(const QString &path, const QFont &font)
     layout.endLayout();
     return QStringLiteral("<p style='white-space:pre'>%1</p>")
         .arg(lines.join(QLatin1String("<br>")));
+}
+
+/// The first step of a walk selects the entry that has the ring of the focus: the only entry of a
+/// list could not be selected by walking otherwise.
+bool isWalk(const QKeyEvent &event)
+{
+    constexpr std::array Keys{Qt::Key_Up,  Qt::Key_Down,   Qt::Key_Home,
+                              Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
+    return event.modifiers() == Qt::NoModifier &&
+           std::ranges::find(Keys, event.key()) != Keys.end();
 }
 
 void answer(QDropEvent &event, bool isTaken)
@@ -175,6 +186,8 @@ void FileList::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
         askForMenu();
+    else if (isWalk(*event) && currentItem() && !currentItem()->isSelected())
+        currentItem()->setSelected(true);
     else
         QListWidget::keyPressEvent(event);
 }

@@ -1,5 +1,7 @@
 #include "ui/SkinnedWindow.h"
 
+#include "ui/AccessibleWindow.h"
+
 #include "ui/Compositing.h"
 
 #include <QBitmap>
@@ -39,6 +41,7 @@ SkinnedWindow::SkinnedWindow(QWidget *parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    AccessibleWindow::install();
 }
 
 void SkinnedWindow::Picture(const SkinPicture &picture)

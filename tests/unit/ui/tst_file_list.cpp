@@ -106,6 +106,8 @@ class TestFileList : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
+    void theFirstStepSelectsTheEntryWithTheFocus_data();
+    void theFirstStepSelectsTheEntryWithTheFocus();
     void filesAreDroppedInTheirOrder();
     void theSameFileCanBeDroppedTwice();
     void theCursorForACopyIsShownOverTheList();
@@ -164,6 +166,28 @@ void TestFileList::cleanup()
 QPoint TestFileList::placeOf(int row) const
 {
     return m_list->visualItemRect(m_list->item(row)).center();
+}
+
+void TestFileList::theFirstStepSelectsTheEntryWithTheFocus_data()
+{
+    QTest::addColumn<int>("key");
+    for (const auto key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End})
+        QTest::addRow("%x", unsigned(key)) << int(key);
+}
+
+void TestFileList::theFirstStepSelectsTheEntryWithTheFocus()
+{
+    QFETCH(int, key);
+    m_list->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_list.get()));
+    m_list->setFocus();
+    m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+    m_list->clearSelection();
+    QTest::keyClick(m_list.get(), Qt::Key(key));
+    QCOMPARE(m_list->currentRow(), 0);
+    QVERIFY(m_list->currentItem()->isSelected());
+    QTest::keyClick(m_list.get(), Qt::Key_Down);
+    QCOMPARE(m_list->currentRow(), 1);
 }
 
 void TestFileList::filesAreDroppedInTheirOrder()
