@@ -12,16 +12,15 @@ constexpr int TurnMilliseconds = 2;
 TextQueue::TextQueue()
 {
     m_turn.setInterval(TurnMilliseconds);
+    m_turn.setSingleShot(true);
     connect(&m_turn, &QTimer::timeout, this, &TextQueue::handOn);
 }
 
 void TextQueue::add(const QString &text)
 {
     m_texts.append(text);
-    if (m_turn.isActive())
-        return;
-    m_turn.start();
-    handOn();
+    if (!m_turn.isActive())
+        handOn();
 }
 
 void TextQueue::clear()
@@ -29,12 +28,15 @@ void TextQueue::clear()
     m_texts.clear();
 }
 
+/// The turn is counted from the end: on a busy machine the receiver may start its own timer late,
+/// and that one must still be the first to fire.
 void TextQueue::handOn()
 {
     if (m_texts.isEmpty())
-        m_turn.stop();
-    else
-        Q_EMIT next(m_texts.takeFirst());
+        return;
+    m_turn.start();
+    Q_EMIT next(m_texts.takeFirst());
+    m_turn.start();
 }
 
 } // namespace Quorlin

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <utility>
+
 using namespace Quorlin;
 
 class TestTextQueue : public QObject
@@ -11,6 +13,7 @@ class TestTextQueue : public QObject
 private Q_SLOTS:
     void theFirstTextIsHandedOnAtOnce();
     void aTimerOfTheReceiverFiresBetweenTwoTexts();
+    void aReceiverThatStartsItsTimerLateGetsOneAtATime();
     void textsKeepTheirOrder();
     void afterARestTheNextIsHandedOnAtOnce();
     void whatIsForgottenDoesNotCome();
@@ -55,6 +58,31 @@ void TestTextQueue::aTimerOfTheReceiverFiresBetweenTwoTexts()
         waiting = 0;
         // A receiver that takes longer than a turn must not get two at once for that.
         QTest::qSleep(3);
+    });
+    for (int text = 0; text < Texts; ++text)
+        queue.add(numbered(text));
+    QTRY_COMPARE(handled, Texts);
+    QCOMPARE(mostWaiting, 1);
+}
+
+/// As where many programs that start at once leave little of the processor to the receiver.
+void TestTextQueue::aReceiverThatStartsItsTimerLateGetsOneAtATime()
+{
+    constexpr int Texts = 50;
+    TextQueue queue;
+    QTimer receiver;
+    int waiting = 0;
+    int handled = 0;
+    int mostWaiting = 0;
+    connect(&queue, &TextQueue::next, this, [&] {
+        QTest::qSleep(5);
+        mostWaiting = std::max(mostWaiting, ++waiting);
+        receiver.start(0);
+        QTest::qSleep(5);
+    });
+    connect(&receiver, &QTimer::timeout, this, [&] {
+        receiver.stop();
+        handled += std::exchange(waiting, 0);
     });
     for (int text = 0; text < Texts; ++text)
         queue.add(numbered(text));
