@@ -5,11 +5,13 @@
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPushButton>
 #include <QStyleOptionFrame>
 #include <QSysInfo>
 #include <QTextLayout>
 #include <QToolTip>
 #include <QUrl>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -89,8 +91,18 @@ void answer(QDropEvent &event, bool isTaken)
 
 } // namespace
 
-FileList::FileList(QWidget *parent) : QListWidget(parent)
+FileList::FileList(QWidget *parent) : QListWidget(parent), m_add(new QPushButton(viewport()))
 {
+    // An empty list would not tell anybody what to do with it.
+    m_add->setObjectName(QStringLiteral("cmdAdd"));
+    auto *const middle = new QVBoxLayout(viewport());
+    middle->setSizeConstraint(QLayout::SetNoConstraint);
+    middle->addWidget(m_add, 0, Qt::AlignCenter);
+    // As long as the button lives: the list's own entries go after it.
+    const auto offerToAdd = [this] { m_add->setVisible(count() == 0); };
+    connect(model(), &QAbstractItemModel::rowsInserted, m_add, offerToAdd);
+    connect(model(), &QAbstractItemModel::rowsRemoved, m_add, offerToAdd);
+    connect(model(), &QAbstractItemModel::modelReset, m_add, offerToAdd);
     // The style draws this frame as the ring of the focus, and nothing otherwise.
     setFrameShape(QFrame::StyledPanel);
     setTextElideMode(Qt::ElideMiddle);

@@ -3,6 +3,7 @@
 #include <QListWidget>
 
 class QMimeData;
+class QPushButton;
 
 namespace Quorlin {
 
@@ -14,6 +15,9 @@ class FileList : public QListWidget
 
 public:
     explicit FileList(QWidget *parent = nullptr);
+
+    /// The button in the middle of the list while it is empty.
+    [[nodiscard]] QPushButton *addButton() const { return m_add; }
 
     /// Leaves so many pixels above the lower edge free of entries.
     void setBottomRoom(int pixels);
@@ -49,6 +53,7 @@ private:
     void setDraggedOver(bool isOver);
     void askForMenu();
 
+    QPushButton *m_add;
     bool m_isDraggedOver = false; ///< with files that can be dropped here
 };
 

@@ -7,6 +7,7 @@
 #include "ui/MainForm.h"
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QShortcut>
 
 #include <utility>
@@ -39,6 +40,7 @@ void ListCommands::connectButtons()
     button(m_form.LblPrevious, &DocumentList::moveUp);
     button(m_form.LblNext, &DocumentList::moveDown);
     button(m_form.LblLast, &DocumentList::moveToLast);
+    connect(m_form.LstFile->addButton(), &QPushButton::clicked, this, &ListCommands::add);
 }
 
 void ListCommands::connectMenu()

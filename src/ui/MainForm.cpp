@@ -14,6 +14,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 
 namespace Quorlin {
 
@@ -105,9 +106,9 @@ void MainForm::makeWork()
 /// The list comes first, what ends the work last.
 void MainForm::orderTabs()
 {
-    const QList<QWidget *> order{LstFile, LblFirst, LblPrevious, LblNext,        LblLast,
-                                 OptMail, OptShow,  OptLink,     cmbCompression, LblConvert,
-                                 LblHelp, LblMin,   lblClose};
+    const QList<QWidget *> order{
+        LstFile, LstFile->addButton(), LblFirst,   LblPrevious, LblNext, LblLast, OptMail, OptShow,
+        OptLink, cmbCompression,       LblConvert, LblHelp,     LblMin,  lblClose};
     for (qsizetype at = 1; at < order.size(); ++at)
         setTabOrder(order.at(at - 1), order.at(at));
     LstFile->setFocus();
@@ -182,6 +183,8 @@ void MainForm::setTexts(const TextSource &texts, const QString &language)
     OptMail->setAccessibleName(text("TextOptMail"));
     OptShow->setAccessibleName(text("TextOptShow"));
     OptLink->setAccessibleName(text("TextOptLink"));
+    LstFile->addButton()->setText(
+        text("MenuLstAdd").replace(QLatin1Char('&'), QLatin1String("&&")));
     // As its name, assistive tools are told the choice.
     cmbCompression->setAccessibleDescription(text("TextLblCompress"));
     LblConvert->setAccessibleName(text("TextBtnConvert"));

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTest>
 #include <QUrl>
 
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void aFolderOfRefusedFilesIsToldInOneMessage();
     void otherRefusalsAreNotTold();
     void theAddDialogAsksForTheSupportedTypes();
+    void anEmptyListOffersToAdd();
     void theMailOptionNeedsFewerThanTwoDocuments();
     void removingIsDoneByMenuAndKey();
     void clearingEmptiesTheList();
@@ -230,6 +232,23 @@ void TestFrmMainList::theAddDialogAsksForTheSupportedTypes()
     QCOMPARE(parts.size(), 11);
     QVERIFY(parts.at(2).contains(QStringLiteral("*.docx;")));
     QVERIFY(parts.last() == QLatin1String("*.pdf"));
+}
+
+void TestFrmMainList::anEmptyListOffersToAdd()
+{
+    auto &button = *window().LstFile->addButton();
+    QVERIFY(button.isVisible());
+    QCOMPARE(button.text(), AppText::GetText(TextKey::MenuLstAdd));
+    m_scene->dialogs.documents = {m_scene->write("a.doc")};
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QVERIFY(m_scene->hasDocuments(1));
+    QVERIFY(!button.isVisible());
+    menu().ss_lst_clear->trigger();
+    QVERIFY(button.isVisible());
+    m_scene->fill({"a.doc"});
+    select(0);
+    menu().ss_lst_remove->trigger();
+    QVERIFY(button.isVisible());
 }
 
 void TestFrmMainList::theMailOptionNeedsFewerThanTwoDocuments()
