@@ -27,7 +27,10 @@ class LostDisplay(WindowTest):
         wait_until(lambda: not self.desktop.strangers(), "the end of the component and its workers", END_SECONDS)
         self.assertEqual(files_left(self.desktop, *documents), [])
         self.assertEqual(pipes_left(pipes), [])
-        self.expect_errors(window.program, "The X11 connection broke")
+        # The toolkit's: that it ends, and sometimes what another library meets while it does.
+        complaints = ("The X11 connection broke", "XIO:", "requests")
+        self.assertIn(len(window.program.errors()), (1, 3), window.program.errors())
+        self.expect_errors(window.program, *complaints[:len(window.program.errors())])
 
     def check_next_start(self):
         document = copy_example("Seed labels.ps", self.desktop.home)
