@@ -93,7 +93,9 @@ void answer(QDropEvent &event, bool isTaken)
 
 FileList::FileList(QWidget *parent) : QListWidget(parent), m_add(new QPushButton(viewport()))
 {
-    // An empty list would not tell anybody what to do with it.
+    // An empty list would not tell anybody what to do with it. The button is for the mouse alone:
+    // assistive tools see nothing but entries in a list, and the keyboard has keys of its own.
+    m_add->setFocusPolicy(Qt::NoFocus);
     m_add->setObjectName(QStringLiteral("cmdAdd"));
     auto *const middle = new QVBoxLayout(viewport());
     middle->setSizeConstraint(QLayout::SetNoConstraint);
