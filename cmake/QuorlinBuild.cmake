@@ -42,17 +42,47 @@ endif()
 # Half of the time a source takes goes into the toolkit's headers. Tests get them precompiled, and
 # so does everything in the build with sanitizers; the other builds compile the sources of src/
 # with just what they include, so that no include is forgotten.
-function(quorlin_make_precompiled)
-  file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/precompiled.cpp" CONTENT "")
-  add_library(quorlin_precompiled OBJECT "${CMAKE_BINARY_DIR}/precompiled.cpp")
-  set_target_properties(quorlin_precompiled PROPERTIES AUTOMOC OFF)
-  target_link_libraries(quorlin_precompiled PRIVATE Qt6::Core quorlin_options)
-  target_precompile_headers(quorlin_precompiled PRIVATE <QtCore>)
+#
+# Tests are many and each runs for a moment: they are compiled for speed of compilation alone. The
+# headers of Qt Test depend on the folder of the test and cannot be compiled ahead.
+set(QUORLIN_TEST_OPTIONS "")
+if(NOT QUORLIN_SANITIZE)
+  set(QUORLIN_TEST_OPTIONS -O0 -g1)
+endif()
+
+# quorlin_precompile(NAME OPTIONS … LINKS … HEADERS …)
+function(quorlin_precompile name)
+  cmake_parse_arguments(ARG "" "" "OPTIONS;LINKS;HEADERS" ${ARGN})
+  file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/${name}.cpp" CONTENT "")
+  add_library(${name} OBJECT "${CMAKE_BINARY_DIR}/${name}.cpp")
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} quorlin_options)
+  target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
+  target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 
-function(quorlin_use_precompiled target)
+function(quorlin_make_precompiled)
+  if(QUORLIN_SANITIZE)
+    quorlin_precompile(quorlin_precompiled LINKS Qt6::Core HEADERS <QtCore>)
+  endif()
+  quorlin_precompile(quorlin_precompiled_tests OPTIONS ${QUORLIN_TEST_OPTIONS}
+    LINKS Qt6::Core HEADERS <QtCore>)
+  quorlin_precompile(quorlin_precompiled_window_tests OPTIONS ${QUORLIN_TEST_OPTIONS}
+    LINKS Qt6::Widgets HEADERS <QtWidgets>)
+endfunction()
+
+# quorlin_use_precompiled(TARGET PRECOMPILED)
+function(quorlin_use_precompiled target precompiled)
   if(NOT QUORLIN_FUZZ)
-    target_precompile_headers(${target} REUSE_FROM quorlin_precompiled)
+    target_precompile_headers(${target} REUSE_FROM ${precompiled})
+  endif()
+endfunction()
+
+# Whether a target has to do with windows, by the libraries that it links.
+function(quorlin_has_windows result)
+  set(${result} FALSE PARENT_SCOPE)
+  if("${ARGN}" MATCHES "quorlin_(ui|app|skin_controls|skinshow|test_pixels)|Widgets")
+    set(${result} TRUE PARENT_SCOPE)
   endif()
 endfunction()
 
@@ -65,7 +95,7 @@ function(quorlin_library name)
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
   target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_LINKS} PRIVATE quorlin_options)
   if(QUORLIN_SANITIZE AND NOT ARG_OWN_FLAGS)
-    quorlin_use_precompiled(${name})
+    quorlin_use_precompiled(${name} quorlin_precompiled)
   endif()
 endfunction()
 
@@ -84,7 +114,13 @@ function(quorlin_test name)
   target_link_libraries(${name} PRIVATE Qt6::Test ${ARG_LINKS} quorlin_options)
   target_compile_definitions(${name} PRIVATE
     QUORLIN_BIN_DIR="${CMAKE_BINARY_DIR}/bin" QUORLIN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
-  quorlin_use_precompiled(${name})
+  target_compile_options(${name} PRIVATE ${QUORLIN_TEST_OPTIONS})
+  quorlin_has_windows(has_windows ${ARG_LINKS})
+  if(has_windows)
+    quorlin_use_precompiled(${name} quorlin_precompiled_window_tests)
+  else()
+    quorlin_use_precompiled(${name} quorlin_precompiled_tests)
+  endif()
   set_target_properties(${name} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests-bin")
   if(NOT ARG_TIMEOUT)
