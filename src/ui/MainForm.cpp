@@ -13,8 +13,11 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QCursor>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 namespace Quorlin {
 
@@ -26,6 +29,15 @@ Control *named(Control *control, const char *name)
 {
     control->setObjectName(QLatin1String(name));
     return control;
+}
+
+/// While its list is open, a choice is not told that the mouse has gone.
+void leaveIfLeft(QWidget &control)
+{
+    if (control.rect().contains(control.mapFromGlobal(QCursor::pos())))
+        return;
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&control, &leave);
 }
 
 } // namespace
@@ -89,6 +101,9 @@ void MainForm::makeOptions()
         caption->WordWrap(true);
     LblCompress = makeLabel("LblCompress");
     cmbCompression = named(new QComboBox(this), "cmbCompression");
+    connect(cmbCompression, &QComboBox::activated, this, [this] {
+        QTimer::singleShot(0, cmbCompression, [this] { leaveIfLeft(*cmbCompression); });
+    });
 }
 
 void MainForm::makeWork()

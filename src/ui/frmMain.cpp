@@ -27,6 +27,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QShortcut>
 
@@ -334,6 +335,15 @@ void frmMain::contextMenuEvent(QContextMenuEvent *event)
 {
     if (!AtWork())
         menu_app->popup(event->globalPos());
+}
+
+/// A press soon after another one is told so, and asks for no menu by itself.
+void frmMain::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton && !AtWork())
+        menu_app->popup(event->globalPosition().toPoint());
+    else
+        MainForm::mouseDoubleClickEvent(event);
 }
 
 /// Whatever has the focus: not every keyboard has a key for menus.

@@ -95,9 +95,6 @@ class Choices(SettingsTest):
         window.choose_in_menu("Language", "deutsch")
         window.button("Umwandeln")
         window.managed.move(33, 44)
-        # A box that was chosen from looks pointed at until the mouse has been there again.
-        x, y, *_ = window.node.find("combo box").extents
-        self.screen.move_mouse(x + 20, y + 10)
         picture = self.picture(window)
         self.close(window)
         self.assertEqual(self.own.all(), {

@@ -248,8 +248,15 @@ void TestFrmMainWork::rightClickShowsNoMenuWhileItWorks()
 void TestFrmMainWork::rightClickShowsTheMenu()
 {
     QTest::mouseClick(window().windowHandle(), Qt::RightButton, {}, {6, 60});
-    QTRY_VERIFY(window().findChild<AppMenu *>()->isVisible());
-    window().findChild<AppMenu *>()->close();
+    auto &menu = *window().findChild<AppMenu *>();
+    QTRY_VERIFY(menu.isVisible());
+    menu.close();
+    const QPoint place(6, 60);
+    QMouseEvent again(QEvent::MouseButtonDblClick, place, window().mapToGlobal(place),
+                      Qt::RightButton, Qt::RightButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window(), &again);
+    QVERIFY(menu.isVisible());
+    menu.close();
 }
 
 void TestFrmMainWork::theMenuIsReachedByTheKeyboard()
