@@ -8,7 +8,8 @@ namespace {
 class LeastWindow : public QWidget
 {
 public:
-    LeastWindow()
+    /// @param words shows a word, so that the machine's fonts are looked up.
+    explicit LeastWindow(bool words) : m_words(words)
     {
         setWindowFlag(Qt::FramelessWindowHint);
         setAttribute(Qt::WA_TranslucentBackground);
@@ -19,8 +20,14 @@ public:
 protected:
     void paintEvent(QPaintEvent * /*event*/) override
     {
-        QPainter(this).fillRect(rect().adjusted(20, 20, -20, -20), Qt::darkGreen);
+        QPainter painter(this);
+        painter.fillRect(rect().adjusted(20, 20, -20, -20), Qt::darkGreen);
+        if (m_words)
+            painter.drawText(rect(), Qt::AlignCenter, windowTitle());
     }
+
+private:
+    bool m_words;
 };
 
 } // namespace
@@ -28,7 +35,7 @@ protected:
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    LeastWindow window;
+    LeastWindow window(QApplication::arguments().contains(QLatin1String("--words")));
     window.show();
     return QApplication::exec();
 }
