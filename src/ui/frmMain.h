@@ -1,16 +1,14 @@
 #pragma once
 
-#include "convert/ComponentSettings.h"
 #include "convert/ConversionSettings.h"
-#include "convert/ResultDelivery.h"
 #include "skin/controls/WidgetSkinWindow.h"
 #include "ui/DocumentList.h"
 #include "ui/MainForm.h"
+#include "ui/MainSurroundings.h"
 #include "ui/UserSettings.h"
 
 #include <QTimer>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,14 +18,9 @@ class AppMenu;
 class Appearance;
 class Arrivals;
 class Conversion;
-class FileDialogs;
 class JobControls;
 class ListCommands;
 class ListMenu;
-class MessageService;
-class Registry;
-class TextSource;
-class WindowServices;
 
 /// The main window: collects documents, lets the user choose, and converts. It remembers its
 /// options when it goes, and its going ends the program.
@@ -41,19 +34,7 @@ class frmMain : public MainForm
     Q_PROPERTY(QString Language READ Language WRITE Language)
 
 public:
-    /// What the window works with; nothing is owned, all must outlive it.
-    struct Surroundings
-    {
-        Registry &registry; ///< bound to the user's key
-        MessageService &messages;
-        const TextSource &texts;
-        FileDialogs &dialogs;
-        WindowServices &services;
-        QString programFolder;
-        ComponentSettings component;
-        ResultDelivery::Open openFile;
-        std::function<void(const QString &address)> openLink;
-    };
+    using Surroundings = MainSurroundings;
 
     explicit frmMain(const Surroundings &surroundings);
     ~frmMain() override;
