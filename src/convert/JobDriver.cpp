@@ -109,7 +109,7 @@ void JobDriver::showProgress(qint32 &percent, int start, int share)
 void JobDriver::PDFLib_OnComplete(bool &Success, float &)
 {
     if (!Success) {
-        fail("ErrorPDFLibPrint");
+        failPrinting();
         return;
     }
     const auto *const options = m_settings.jobOptions.Item(m_parts.window.compression() + 1);
@@ -118,7 +118,15 @@ void JobDriver::PDFLib_OnComplete(bool &Success, float &)
     if (addPrintedDocuments(options ? options->Filename() : QString()))
         m_parts.distiller.Start();
     else
-        fail("ErrorPDFLibPrint");
+        failPrinting();
+}
+
+/// What was printed lies beside the documents, and nobody will distil it any more.
+void JobDriver::failPrinting()
+{
+    fail("ErrorPDFLibPrint");
+    if (!m_parts.lib.isRunning())
+        m_parts.lib.Documents().Clear();
 }
 
 /// Stops at the first document that was not printed; what was added until then stays unstarted.

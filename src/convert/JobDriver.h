@@ -58,6 +58,7 @@ private:
 
     void showProgress(qint32 &percent, int start, int share);
     void fail(const char *key);
+    void failPrinting();
     void showError(const QString &text);
     [[nodiscard]] QString text(const char *key) const;
     [[nodiscard]] bool addPrintedDocuments(const QString &jobOptions);

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void nextJobWorksAfterTheComponentDied();
     void aJobBegunWhileResultsAreCopiedIsNotDisturbed();
     void leavesNoTemporaryFile();
+    void leavesNoTemporaryFileAfterAFailedPrinting();
 
 private:
     void start(const QList<QByteArray> &names);
@@ -422,6 +423,16 @@ void TestJobDriver::leavesNoTemporaryFile()
                                           QStringLiteral("b.pdf"), QStringLiteral("b.txt")});
     expected.sort();
     QTRY_COMPARE(m_folder->names(), expected);
+}
+
+/// The component keeps what it printed for the next step, which does not come.
+void TestJobDriver::leavesNoTemporaryFileAfterAFailedPrinting()
+{
+    run({"a.txt", "fail.txt", "b.txt"});
+    const auto expected = m_folder->names().filter(QStringLiteral(".txt"));
+    QCOMPARE(expected.size(), 3);
+    QTRY_COMPARE(m_folder->names().filter(QStringLiteral("~")), QStringList());
+    QVERIFY(!QFile::exists(m_folder->path("a.pdf")));
 }
 
 QTEST_GUILESS_MAIN(TestJobDriver)
