@@ -26,10 +26,7 @@ AccessibleWindow::AccessibleWindow(SkinnedWindow &window)
 
 void AccessibleWindow::install()
 {
-    [[maybe_unused]] static const bool isInstalled = [] {
-        QAccessible::installFactory(make);
-        return true;
-    }();
+    QAccessible::installFactory(make);
 }
 
 } // namespace Quorlin

@@ -12,7 +12,7 @@ class AccessibleWindow : public QAccessibleWidget
 public:
     explicit AccessibleWindow(SkinnedWindow &window);
 
-    /// Lets assistive tools see all skinned windows so; the first call does it for the program.
+    /// Lets assistive tools see all skinned windows so; the toolkit ignores a second call.
     static void install();
 };
 

@@ -379,6 +379,7 @@ void frmMain::unload()
 {
     if (std::exchange(m_isUnloaded, true))
         return;
+    m_patience.stop();
     m_surroundings.services.pUnhook();
     for (auto *const about : findChildren<frmAbout *>())
         about->close();

@@ -1,3 +1,4 @@
+#include "RowPicture.h"
 #include "i18n/AppText.h"
 #include "i18n/AppTextSource.h"
 #include "quorlin-skin/SkinShow.h"
@@ -57,7 +58,6 @@ private:
     void wear(const QString &skin, const QString &language);
     void wear();
     [[nodiscard]] QList<QMenu *> menus() const;
-    static void keepPicture(QWidget &window, const QString &kind);
 
     AppTextSource m_texts;
     std::unique_ptr<SkinShow> m_show;
@@ -173,17 +173,6 @@ QList<QMenu *> TestDialogsShown::menus() const
 {
     return QList<QMenu *>{m_application.get(), m_list.get()} +
            m_application->findChildren<QMenu *>() + m_list->findChildren<QMenu *>();
-}
-
-/// For people to look at; one picture for each row, kind and scale.
-void TestDialogsShown::keepPicture(QWidget &window, const QString &kind)
-{
-    QFETCH(QString, skin);
-    QFETCH(QString, language);
-    const auto file = QStringLiteral("%1/%2 %3 %4 %5x.png")
-                          .arg(QStringLiteral(QUORLIN_PICTURES), skin, language, kind)
-                          .arg(window.devicePixelRatioF());
-    QVERIFY2(window.grab().save(file), qPrintable(file));
 }
 
 void TestDialogsShown::everyMenuTextCanBeRead()
@@ -304,7 +293,7 @@ void TestDialogsShown::aShortMessageIsShownWhole()
         QCOMPARE(textOf(box).verticalScrollBar()->maximum(), 0);
         QCOMPARE(textOf(box).horizontalScrollBar()->maximum(), 0);
         QVERIFY(box.rect().contains(placeOfButton(box)));
-        keepPicture(box, QStringLiteral("message"));
+        keepRowPicture(box, QStringLiteral("message"));
     }
 }
 

@@ -1,3 +1,4 @@
+#include "RowPicture.h"
 #include "quorlin-skin/SkinShow.h"
 #include "skin/AppSkin.h"
 #include "skin/controls/ColorValue.h"
@@ -44,7 +45,6 @@ private Q_SLOTS:
 private:
     static void addRows(bool withBuiltIn = true);
     [[nodiscard]] static std::unique_ptr<SkinShow> shown(bool isWorking = false);
-    static void keepPicture(QWidget &window, const QString &kind);
 };
 
 namespace {
@@ -149,17 +149,6 @@ std::unique_ptr<SkinShow> TestSkinsShown::shown(bool isWorking)
     return show;
 }
 
-/// For people to look at; one picture for each row, kind and scale.
-void TestSkinsShown::keepPicture(QWidget &window, const QString &kind)
-{
-    QFETCH(QString, skin);
-    QFETCH(QString, language);
-    const auto file = QStringLiteral("%1/%2 %3 %4 %5x.png")
-                          .arg(QStringLiteral(QUORLIN_PICTURES), skin, language, kind)
-                          .arg(window.devicePixelRatioF());
-    QVERIFY2(window.grab().save(file), qPrintable(file));
-}
-
 void TestSkinsShown::everyTextFits()
 {
     for (const auto isWorking : {false, true}) {
@@ -239,9 +228,9 @@ void TestSkinsShown::whatCannotBeUsedLooksSo()
 {
     const auto idle = shown();
     const auto working = shown(true);
-    keepPicture(idle->mainWindow(), QStringLiteral("idle"));
-    keepPicture(idle->aboutBox(), QStringLiteral("about"));
-    keepPicture(working->mainWindow(), QStringLiteral("working"));
+    keepRowPicture(idle->mainWindow(), QStringLiteral("idle"));
+    keepRowPicture(idle->aboutBox(), QStringLiteral("about"));
+    keepRowPicture(working->mainWindow(), QStringLiteral("working"));
     working->mainWindow().PctInfo->hide();
     const auto one = idle->mainWindow().grab().toImage();
     const auto other = working->mainWindow().grab().toImage();
