@@ -1,6 +1,7 @@
 """A desktop of its own for one test: display, window manager, session bus, assistive tools' bus, user."""
 
 import os
+import shlex
 import shutil
 import tempfile
 from pathlib import Path
@@ -52,9 +53,11 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
 OPENER = """#!/bin/sh
 printf '%s\\n' "$*" >>"{note}"
 """
+# By the file with settings and the file that tells that a manager is ready, where it can tell.
 MANAGERS = {
-    "openbox": lambda config: ["openbox", "--sm-disable", "--config-file", config],
-    "icewm": lambda config: ["icewm", "--no-configure"],
+    "openbox": lambda config, ready: ["openbox", "--sm-disable", "--config-file", config,
+                                      "--startup", f"touch {shlex.quote(str(ready))}"],  # fmt: skip
+    "icewm": lambda config, ready: ["icewm", "--no-configure"],
 }
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 KEPT_VARIABLES = ("PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS")
@@ -212,8 +215,13 @@ class Desktop:
             return
         config = self.folder / "manager.xml"
         config.write_text(OPENBOX, "utf-8")
-        manager = self._processes.start(self._manager, MANAGERS[self._manager](config), self.environment)
+        ready = self.folder / "manager-is-ready"
+        command = MANAGERS[self._manager](config, ready)
+        manager = self._processes.start(self._manager, command, self.environment)
         self._wait_for(manager, self.screen.has_manager, "the window manager")
+        # It says that it is there before it takes windows: one that comes in between may never be shown.
+        if str(ready) in command[-1]:
+            self._wait_for(manager, ready.exists, "the window manager to be ready")
 
     def _wait_for(self, process, condition, what):
         def happened():
