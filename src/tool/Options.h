@@ -13,12 +13,16 @@ struct Options
     enum class Action { Convert, Help, Version };
 
     Action action = Action::Convert;
-    QStringList inputs; ///< documents and folders, as they were written
+    QStringList inputs;        ///< documents and folders, as they were written
+    QStringList lists;         ///< files that name more of them; "-" is standard input
+    bool listsHoldNul = false; ///< names in lists end with NUL and not with a line feed
     QString quality = QStringLiteral("Default");
     QString mergeFile;    ///< empty: every document becomes a PDF of its own
     QString outputFolder; ///< empty: each result lies beside its document
     QString reportFile;   ///< "-" is standard output; empty: no report
     JobLimits limits;
+    bool dryRun = false;  ///< tells what would be done
+    bool summary = false; ///< ends with a table
     bool quiet = false;
     bool verbose = false;
 
@@ -31,6 +35,10 @@ struct Options
 
     /// What contradicts itself, in words; empty when all fits together.
     [[nodiscard]] QString inconsistency() const;
+
+private:
+    [[nodiscard]] QString wrongNames() const;
+    [[nodiscard]] QString wrongTargets() const;
 };
 
 } // namespace Quorlin

@@ -1,6 +1,7 @@
 #include "tool/OptionsReader.h"
 
 #include <array>
+#include <limits>
 
 namespace Quorlin {
 
@@ -23,9 +24,23 @@ constexpr std::array Entries{
     Entry{"o", "output", "FOLDER",
           "put the results into this folder, which is made when it\n"
           "is missing; else each lies beside its document"},
+    Entry{"T", "files-from", "FILE",
+          "convert also what this file names, one document or\n"
+          "folder a line; \"-\" is standard input; may be repeated"},
+    Entry{"0", "null", nullptr,
+          "what --files-from names is separated by NUL and not by\n"
+          "line feeds, as by \"find -print0\""},
+    Entry{"j", "jobs", "N",
+          "work on N documents at once at the most; else on as many\n"
+          "as suit the machine"},
+    Entry{"n", "dry-run", nullptr,
+          "tell what would come where and what is not taken;\nconvert and write nothing"},
+    Entry{"s", "summary", nullptr, "end with a table of all documents"},
     Entry{nullptr, "json", "FILE", "write a report as JSON; \"-\" is standard output"},
-    Entry{nullptr, "timeout", "SECONDS", "longest time that one document may take"},
-    Entry{nullptr, "stall", "SECONDS", "longest time that one document may stand still"},
+    Entry{nullptr, "timeout", "SECONDS",
+          "longest time that one document may take in a step;\n600 if not given"},
+    Entry{nullptr, "stall", "SECONDS",
+          "longest time that one document may take without any\nprogress; 60 if not given"},
     Entry{nullptr, "quiet", nullptr, "say nothing but what failed"},
     Entry{"v", "verbose", nullptr, "show what the PDF component logs"},
     Entry{"h", "help", nullptr, "show this help and end"},
@@ -44,7 +59,7 @@ constexpr char Head[] =
 constexpr char Foot[] =
     "\n"
     "Exit codes:\n"
-    "  0    every document was converted\n"
+    "  0    every document was converted, or would be\n"
     "  1    at least one was not; each is named with its reason on standard error\n"
     "  2    the command line was wrong; nothing was converted\n"
     "  130  interrupted (143: terminated); what was not finished is removed\n";
@@ -109,12 +124,17 @@ std::optional<Options> OptionsReader::read(const QStringList &arguments)
 bool OptionsReader::takeTexts(Options &options)
 {
     options.inputs = m_parser.positionalArguments();
+    options.lists = m_parser.values(QStringLiteral("files-from"));
+    options.listsHoldNul = m_parser.isSet(QStringLiteral("null"));
+    options.dryRun = m_parser.isSet(QStringLiteral("dry-run"));
+    options.summary = m_parser.isSet(QStringLiteral("summary"));
     options.quiet = m_parser.isSet(QStringLiteral("quiet"));
     options.verbose = m_parser.isSet(QStringLiteral("verbose"));
     return takeText("quality", options.quality) && takeText("merge", options.mergeFile) &&
            takeText("output", options.outputFolder) && takeText("json", options.reportFile) &&
            takeSeconds("timeout", options.limits.total) &&
-           takeSeconds("stall", options.limits.stall);
+           takeSeconds("stall", options.limits.stall) &&
+           takeNumber("jobs", "number", options.limits.atOnce);
 }
 
 bool OptionsReader::takeText(const char *name, QString &text)
@@ -130,6 +150,16 @@ bool OptionsReader::takeText(const char *name, QString &text)
 
 bool OptionsReader::takeSeconds(const char *name, std::chrono::seconds &seconds)
 {
+    int number = 0;
+    if (!takeNumber(name, "number of seconds", number))
+        return false;
+    if (number > 0)
+        seconds = std::chrono::seconds(number);
+    return true;
+}
+
+bool OptionsReader::takeNumber(const char *name, const char *what, int &number)
+{
     QString text;
     if (!takeText(name, text))
         return false;
@@ -137,10 +167,13 @@ bool OptionsReader::takeSeconds(const char *name, std::chrono::seconds &seconds)
         return true;
     bool isNumber = false;
     const auto value = text.toInt(&isNumber);
-    if (!isNumber || value < 1)
-        m_error = QStringLiteral("--%1 needs a whole number of seconds from 1, not \"%2\"")
-                      .arg(QLatin1String(name), text);
-    seconds = std::chrono::seconds(value);
+    if (isNumber && value >= 1)
+        number = value;
+    else
+        m_error = QStringLiteral("--%1 needs a whole %2 from 1 to %3, not \"%4\"")
+                      .arg(QLatin1String(name), QLatin1String(what))
+                      .arg(std::numeric_limits<int>::max())
+                      .arg(text);
     return m_error.isEmpty();
 }
 

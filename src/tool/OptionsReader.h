@@ -27,6 +27,7 @@ private:
     bool takeTexts(Options &options);
     bool takeText(const char *name, QString &text);
     bool takeSeconds(const char *name, std::chrono::seconds &seconds);
+    bool takeNumber(const char *name, const char *what, int &number);
 
     QCommandLineParser m_parser;
     QString m_error;

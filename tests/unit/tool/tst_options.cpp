@@ -31,6 +31,7 @@ class tst_options : public QObject
 private Q_SLOTS:
     void everythingHasItsDefault();
     void everyOptionIsRead();
+    void lettersAreReadInEveryForm();
     void whatFollowsTwoDashesIsADocument();
     void helpAndVersionNeedNoDocument();
     void wrongUseIsRefused_data();
@@ -47,7 +48,8 @@ void tst_options::everythingHasItsDefault()
     QVERIFY(options);
     QCOMPARE(options->action, Options::Action::Convert);
     QCOMPARE(options->quality, QStringLiteral("Default"));
-    QVERIFY(!options->merges() && options->outputFolder.isEmpty());
+    QVERIFY(!options->merges() && options->outputFolder.isEmpty() && options->lists.isEmpty());
+    QVERIFY(!options->dryRun && !options->summary && !options->listsHoldNul);
     QVERIFY(options->limits.toJson().isEmpty());
 }
 
@@ -65,6 +67,20 @@ void tst_options::everyOptionIsRead()
     QCOMPARE(options->inputs, words("a.odt folder"));
     QCOMPARE(read(words("--quality Low --merge=x.pdf --output=o a"))->mergeFile,
              QStringLiteral("x.pdf"));
+}
+
+void tst_options::lettersAreReadInEveryForm()
+{
+    for (const auto *line : {"-0 -T - -T more -j 4 -n -s", "-0nsT - -Tmore -j4",
+                             "--null --files-from=- --files-from more --jobs=4 --dry-run "
+                             "--summary"}) {
+        const auto options = read(words(line));
+        QVERIFY2(options, line);
+        QCOMPARE(options->lists, words("- more"));
+        QCOMPARE(options->limits.atOnce, 4);
+        QVERIFY(options->listsHoldNul && options->dryRun && options->summary);
+        QVERIFY(options->inputs.isEmpty());
+    }
 }
 
 void tst_options::whatFollowsTwoDashesIsADocument()
@@ -92,8 +108,17 @@ void tst_options::wrongUseIsRefused_data()
     QTest::newRow("zero") << words("--stall 0 a.odt");
     QTest::newRow("negative") << words("--stall=-5 a.odt");
     QTest::newRow("too large") << words("--timeout 99999999999 a.odt");
+    QTest::newRow("no job") << words("-j 0 a.odt");
+    QTest::newRow("jobs without a number") << words("--jobs many a.odt");
+    QTest::newRow("a list without a name") << words("--files-from= a.odt");
+    QTest::newRow("NUL in no list") << words("-0 a.odt");
+    QTest::newRow("standard input twice") << words("-T - -T -");
+    QTest::newRow("an empty name") << QStringList{QStringLiteral("a.odt"), QString()};
+    QTest::newRow("standard input as a document") << words("-");
+    QTest::newRow("a report over an office document") << words("--json a.docx b.docx");
+    QTest::newRow("a merged file over an office document") << words("-m a.docx b.docx");
     QTest::newRow("quiet and loud") << words("--quiet -v a.odt");
-    QTest::newRow("one name for two") << words("-m x.pdf --json x.pdf a.odt");
+    QTest::newRow("one name for two") << words("-m x --json ./x a.odt");
 }
 
 void tst_options::wrongUseIsRefused()
@@ -140,7 +165,7 @@ void tst_options::helpNamesEveryOptionInOneColumn()
         QCOMPARE(line.at(25), QLatin1Char(' '));
         QVERIFY2(line.at(26) != QLatin1Char(' '), qPrintable(line));
     }
-    QCOMPARE(options, 10);
+    QCOMPARE(options, 15);
     for (const auto &code : words("0 1 2 130"))
         QVERIFY(!lines.filter(QStringLiteral("  ") + code + QLatin1Char(' ')).isEmpty());
 }
