@@ -30,9 +30,6 @@ public:
     /// The bytes of all operands.
     [[nodiscard]] std::string_view operands() const;
 
-    /// How many of the last operands are known, at most MaxOperands.
-    [[nodiscard]] std::size_t operandCount() const { return m_count; }
-
     /// The operand at this distance from the operator, 0 being the last one; empty when absent.
     /// Names keep their slash; of a string, an array or a dictionary only the mark is seen.
     [[nodiscard]] std::string_view operand(std::size_t fromLast) const;

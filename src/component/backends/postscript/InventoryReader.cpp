@@ -1,5 +1,8 @@
 #include "component/backends/postscript/InventoryReader.h"
 
+#include "component/backends/postscript/ObjectNumbers.h"
+#include "component/backends/postscript/PdfName.h"
+
 #include <algorithm>
 
 namespace Quorlin {
@@ -24,25 +27,9 @@ QString text(QPDFObjectHandle value)
     return value.isString() ? QString::fromStdString(value.getUTF8Value()) : QString();
 }
 
-std::string letters(QPDFObjectHandle name)
-{
-    return name.isName() ? name.getName().substr(1) : std::string();
-}
-
-std::vector<double> numbers(QPDFObjectHandle array, int most)
-{
-    std::vector<double> values;
-    if (!array.isArray())
-        return values;
-    for (int i = 0; i < std::min(array.getArrayNItems(), most); ++i)
-        if (array.getArrayItem(i).isNumber())
-            values.push_back(array.getArrayItem(i).getNumericValue());
-    return values;
-}
-
 std::vector<double> colorOf(QPDFObjectHandle owner)
 {
-    auto values = numbers(owner.getKey("/C"), 4);
+    auto values = numbersOf(owner.getKey("/C"), 4);
     if (values.size() == 1)
         values.resize(3, values[0]);
     return values.size() == 3 ? values : std::vector<double>();
@@ -51,16 +38,16 @@ std::vector<double> colorOf(QPDFObjectHandle owner)
 void readBorder(QPDFObjectHandle annotation, PdfLink &link)
 {
     auto border = annotation.getKey("/Border");
-    link.border = numbers(border, 3);
+    link.border = numbersOf(border, 3);
     if (border.isArray() && border.getArrayNItems() > 3)
-        link.dash = numbers(border.getArrayItem(3), 8);
+        link.dash = numbersOf(border.getArrayItem(3), 8);
     auto style = annotation.getKey("/BS");
     if (!style.isDictionary())
         return;
     auto width = style.getKey("/W");
     link.border = {0, 0, width.isNumber() ? width.getNumericValue() : 1};
-    link.dash =
-        letters(style.getKey("/S")) == "D" ? numbers(style.getKey("/D"), 8) : std::vector<double>();
+    link.dash = lettersOf(style.getKey("/S")) == "D" ? numbersOf(style.getKey("/D"), 8)
+                                                     : std::vector<double>();
 }
 
 } // namespace
@@ -98,7 +85,7 @@ void InventoryReader::readPage(QPDFObjectHandle page)
     if (!annotations.isArray())
         return;
     for (auto annotation : annotations.aitems())
-        if (annotation.isDictionary() && letters(annotation.getKey("/Subtype")) == "Link")
+        if (annotation.isDictionary() && lettersOf(annotation.getKey("/Subtype")) == "Link")
             readLink(annotation, links);
 }
 
@@ -114,7 +101,7 @@ void InventoryReader::readLink(QPDFObjectHandle annotation, std::vector<PdfLink>
     link.rect = {r.llx, r.lly, r.urx, r.ury};
     readBorder(annotation, link);
     link.color = colorOf(annotation);
-    link.highlight = letters(annotation.getKey("/H"));
+    link.highlight = lettersOf(annotation.getKey("/H"));
     links.push_back(std::move(link));
 }
 
@@ -205,7 +192,7 @@ void InventoryReader::readLabels(QPDFObjectHandle node, int depth)
             continue;
         auto start = label.getKey("/St");
         m_inventory.labels.push_back(
-            {page.getIntValueAsInt(), letters(label.getKey("/S")), text(label.getKey("/P")),
+            {page.getIntValueAsInt(), lettersOf(label.getKey("/S")), text(label.getKey("/P")),
              start.isInteger() ? std::max(1, start.getIntValueAsInt()) : 1});
     }
 }
@@ -213,8 +200,8 @@ void InventoryReader::readLabels(QPDFObjectHandle node, int depth)
 void InventoryReader::readViewing()
 {
     auto root = m_pdf.getRoot();
-    m_inventory.pageMode = letters(root.getKey("/PageMode"));
-    m_inventory.pageLayout = letters(root.getKey("/PageLayout"));
+    m_inventory.pageMode = lettersOf(root.getKey("/PageMode"));
+    m_inventory.pageLayout = lettersOf(root.getKey("/PageLayout"));
     m_inventory.language = text(root.getKey("/Lang"));
     auto preferences = root.getKey("/ViewerPreferences");
     if (preferences.isDictionary()) {

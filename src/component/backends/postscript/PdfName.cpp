@@ -1,5 +1,7 @@
 #include "component/backends/postscript/PdfName.h"
 
+#include <qpdf/QPDFObjectHandle.hh>
+
 #include <charconv>
 
 namespace Quorlin {
@@ -22,6 +24,11 @@ std::string decodedName(std::string_view token)
         }
     }
     return name;
+}
+
+std::string lettersOf(QPDFObjectHandle name)
+{
+    return name.isName() ? name.getName().substr(1) : std::string();
 }
 
 } // namespace Quorlin

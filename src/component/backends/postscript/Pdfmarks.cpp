@@ -1,5 +1,6 @@
 #include "component/backends/postscript/Pdfmarks.h"
 
+#include "component/backends/postscript/ObjectNumbers.h"
 #include "component/backends/postscript/PostScriptText.h"
 #include "component/backends/postscript/SheetView.h"
 
@@ -13,21 +14,13 @@ using PostScriptText::hexString;
 using PostScriptText::number;
 using PostScriptText::textString;
 
-std::string numbers(const std::vector<double> &values)
-{
-    std::string text = "[";
-    for (const double value : values)
-        text += (text.size() > 1 ? " " : "") + number(value);
-    return text + "]";
-}
-
 std::string border(const PdfLink &link)
 {
     if (link.border.size() != 3)
         return "[0 0 1]";
-    auto text = numbers(link.border);
+    auto text = bracketed(link.border);
     if (!link.dash.empty())
-        text.insert(text.size() - 1, " " + numbers(link.dash));
+        text.insert(text.size() - 1, " " + bracketed(link.dash));
     return text;
 }
 
@@ -126,7 +119,7 @@ void Pdfmarks::writeBookmarks(const std::vector<PdfBookmark> &list, std::string 
         if (bookmark.style != 0)
             out += " /F " + std::to_string(bookmark.style);
         if (!bookmark.color.empty())
-            out += " /C " + numbers(bookmark.color);
+            out += " /C " + bracketed(bookmark.color);
         out += " /OUT pdfmark\n";
         writeBookmarks(bookmark.children, out);
     }
@@ -138,10 +131,10 @@ std::string Pdfmarks::link(const PdfLink &link, const PageGeometry &page) const
     if (where.empty())
         return {};
     const auto rect = mapBox(link.rect, page.toSheet());
-    auto text =
-        "[/Subtype /Link /Rect " + numbers({rect.begin(), rect.end()}) + " /Border " + border(link);
+    auto text = "[/Subtype /Link /Rect " + bracketed({rect.begin(), rect.end()}) + " /Border " +
+                border(link);
     if (!link.color.empty())
-        text += " /Color " + numbers(link.color);
+        text += " /Color " + bracketed(link.color);
     if (PostScriptText::isPlainName(link.highlight))
         text += " /H /" + link.highlight;
     return text + where + " /ANN pdfmark\n";

@@ -32,13 +32,14 @@ public:
 
     /// Opens a PDF and reads its inventory.
     /// @param foreign whether the owner's permissions count.
-    /// @return Reason::None, Protected, NotPrintable, Damaged, NotReadable or NothingPrinted.
+    /// @return Reason::None, Protected, NotPrintable, Damaged, NotFound, NotReadable, OutOfMemory
+    /// or NothingPrinted.
     [[nodiscard]] Reason open(const QString &path, bool foreign);
 
     [[nodiscard]] const PdfInventory &inventory() const { return m_inventory; }
 
     /// Rewrites the document and writes the copy. To be called once, after open().
-    /// @return Reason::None, Damaged or NoRoom.
+    /// @return Reason::None, Damaged, NoRoom, NotAllowed or OutOfMemory.
     [[nodiscard]] Reason write(const QString &path);
 
     /// The text behind the codes of each font, by the name that the printing tool gives it.

@@ -1,5 +1,7 @@
 #include "component/backends/postscript/TargetReader.h"
 
+#include "component/backends/postscript/PdfName.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -31,15 +33,10 @@ std::optional<double> coordinate(QPDFObjectHandle value)
     return value.getNumericValue();
 }
 
-std::string letters(QPDFObjectHandle name)
-{
-    return name.isName() ? name.getName().substr(1) : std::string();
-}
-
 PdfView readView(QPDFObjectHandle array)
 {
     PdfView view{"XYZ", {std::nullopt, std::nullopt, std::nullopt}};
-    auto type = array.getArrayNItems() > 1 ? letters(array.getArrayItem(1)) : std::string();
+    auto type = array.getArrayNItems() > 1 ? lettersOf(array.getArrayItem(1)) : std::string();
     const auto kind = std::find_if(ViewKinds.begin(), ViewKinds.end(),
                                    [&](const ViewKind &k) { return k.name == type; });
     if (kind == ViewKinds.end())
@@ -129,7 +126,7 @@ PdfTarget TargetReader::action(QPDFObjectHandle object) const
 {
     if (!object.isDictionary())
         return {};
-    auto kind = letters(object.getKey("/S"));
+    auto kind = lettersOf(object.getKey("/S"));
     PdfTarget target;
     if (kind == "GoTo")
         return destination(object.getKey("/D"));
@@ -142,7 +139,7 @@ PdfTarget TargetReader::action(QPDFObjectHandle object) const
         target.text = filePath(object.getKey("/F"));
         target.kind = target.text.empty() ? PdfTarget::Kind::None : PdfTarget::Kind::Launch;
     } else if (kind == "Named") {
-        target.text = letters(object.getKey("/N"));
+        target.text = lettersOf(object.getKey("/N"));
         target.kind = target.text.empty() ? PdfTarget::Kind::None : PdfTarget::Kind::Command;
     }
     return target;
