@@ -8,8 +8,8 @@
 
 namespace Quorlin {
 
-/// Renders metafiles with the office engine at 96 points to the inch, in an installation folder of
-/// its own that lives as long as the call.
+/// Renders metafiles with the office engine at 96 points to the inch. The engine's profile lives as
+/// long as the call.
 class OfficeMetafiles : public MetafileRenderer
 {
 public:

@@ -9,7 +9,7 @@ namespace Quorlin {
 
 /// Joins the pieces in which a pipe delivers its bytes into whole lines.
 ///
-/// A line that grows beyond the limit is dropped up to its end, and overflowed() tells so
+/// A line that grows beyond the limit is dropped up to its end, and takeOverflow() tells so
 /// once; the lines after it are read as usual.
 class LineBuffer
 {

@@ -22,7 +22,7 @@ struct Answer
         End,   ///< the output file is closed
     };
     Kind kind;
-    int pages = 0;        ///< Page and End: pages written so far
+    int pages = 0;        ///< Page: pages written so far
     QByteArray errorName; ///< Error: PostScript's name of the error
 };
 

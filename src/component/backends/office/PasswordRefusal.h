@@ -7,9 +7,9 @@
 
 namespace Quorlin {
 
-/// Answers the engine's questions while it loads a document: nobody is there to be asked.
-/// Whatever it wants to know, it gets no for an answer, and a question for a password is
-/// remembered.
+/// Answers the engine's questions while it loads a document: nobody is there to be asked. How a
+/// table of text is to be read, the engine decides itself; to everything else it gets no for an
+/// answer, and a question for a password is remembered.
 class PasswordRefusal : public cppu::WeakImplHelper1<css::task::XInteractionHandler>
 {
 public:
