@@ -1,6 +1,17 @@
 """Quorlin's entries in the menu of Nautilus: convert documents to PDF, add documents and folders."""
 
-from gi.repository import Gdk, Gio, GLib, GObject, Nautilus
+import sys
+
+import gi
+
+gi.require_version("Nautilus", "4.0")
+from gi.repository import Gio, GLib, GObject, Nautilus
+
+try:
+    gi.require_version("Gdk", "4.0")
+    from gi.repository import Gdk
+except (ImportError, ValueError):
+    Gdk = None
 
 EXTENSIONS = frozenset(
     "doc docx docm dot dotx dotm rtf odt ott fodt sxw txt html htm xhtml wpd "
@@ -42,16 +53,21 @@ def is_document(file):
     return bool(point) and extension.lower() in EXTENSIONS and not file.is_directory()
 
 
+def launch_context():
+    """What lets the started program's window come to the front; None where that cannot be told."""
+    display = Gdk.Display.get_default() if Gdk else None
+    return display.get_app_launch_context() if display else None
+
+
 def start(option, files):
-    """Starts Quorlin once for all files, so that its window may come to the front."""
+    """Starts Quorlin once for all files."""
     entry = GLib.KeyFile()
-    entry.load_from_data(ENTRY.format(option=option), -1, GLib.KeyFileFlags.NONE)
-    display = Gdk.Display.get_default()
-    context = display.get_app_launch_context() if display else None
+    text = ENTRY.format(option=option).encode()
+    entry.load_from_bytes(GLib.Bytes.new(text), GLib.KeyFileFlags.NONE)
     try:
-        Gio.DesktopAppInfo.new_from_keyfile(entry).launch(files, context)
+        Gio.DesktopAppInfo.new_from_keyfile(entry).launch(files, launch_context())
     except GLib.Error as error:
-        print(f"Quorlin cannot be started: {error.message}")
+        print(f"Quorlin cannot be started: {error.message}", file=sys.stderr)
 
 
 def make_item(name, texts, option, files):
