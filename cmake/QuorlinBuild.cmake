@@ -43,6 +43,16 @@ if(QUORLIN_SANITIZE)
   target_link_options(quorlin_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What is installed reads what others wrote. The same as Debian's own packages have; tests are not
+# compiled so, since they are not optimised.
+add_library(quorlin_hardening INTERFACE)
+if(NOT QUORLIN_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  target_compile_options(quorlin_hardening INTERFACE
+    -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fstack-clash-protection)
+  target_link_options(quorlin_hardening INTERFACE
+    -Wl,-z,relro -Wl,-z,now -Wl,--as-needed)
+endif()
+
 # Half of the time a source takes goes into the toolkit's headers. Tests get them precompiled, and
 # so does everything in the build with sanitizers; the other builds compile the sources of src/
 # with just what they include, so that no include is forgotten.
@@ -97,7 +107,8 @@ function(quorlin_library name)
   cmake_parse_arguments(ARG "OWN_FLAGS" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
-  target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_LINKS} PRIVATE quorlin_options)
+  target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_LINKS}
+    PRIVATE quorlin_options quorlin_hardening)
   if(QUORLIN_SANITIZE AND NOT ARG_OWN_FLAGS)
     quorlin_use_precompiled(${name} quorlin_precompiled)
   endif()
@@ -107,7 +118,7 @@ endfunction()
 function(quorlin_program name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LINKS} quorlin_options)
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} quorlin_options quorlin_hardening)
 endfunction()
 
 # quorlin_test(NAME SOURCES … LINKS … [LABELS …] [TIMEOUT seconds]): one Qt Test program.

@@ -31,10 +31,15 @@ configure() {
     touch -- "$folder/build.ninja"
 }
 
-# build PRESET: configures where needed and builds everything.
+# build PRESET [TARGET]: configures where needed and builds the target, or everything.
 build() {
     configure "$1" || return 1
     say "Building \"$1\""
     logged "build-$1" "Correct what the compiler says above; a second run goes on from there." \
-        cmake --build "$root/build/$1"
+        cmake --build "$root/build/$1" ${2:+--target "$2"}
+}
+
+# What ./run and ./package need of the build "release", without the tests.
+build_programs() {
+    build release quorlin_programs
 }

@@ -21,6 +21,8 @@ test_packages=(
     xvfb openbox icewm xdotool dbus-daemon at-spi2-core python3-gi python3-xlib
 )
 
+package_packages=(git dpkg-dev debhelper fakeroot lintian)
+
 # missing_packages ENTRY…: the packages to install, one a line.
 missing_packages() {
     local entry name names installed
