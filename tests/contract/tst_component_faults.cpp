@@ -385,11 +385,11 @@ void tst_component_faults::theRequestCarriesWhatWasSet()
 {
     Scene scene(fake());
     scene.lib->setPrinterName(QStringLiteral("Büro"));
-    scene.lib->setLimits({std::chrono::seconds(7), std::chrono::seconds(70)});
+    scene.lib->setLimits({std::chrono::seconds(7), std::chrono::seconds(70), 3});
     scene.print({scene.document("a.txt")});
     TRY_COMPLETED(scene.printing, 1);
     QVERIFY(log().contains("\"printer\":\"Büro\""));
-    QVERIFY(log().contains("\"limits\":{\"stall\":7,\"total\":70}"));
+    QVERIFY(log().contains("\"limits\":{\"atOnce\":3,\"stall\":7,\"total\":70}"));
     scene.merge({scene.document("b.pdf")});
     TRY_COMPLETED(scene.merging, 1);
     QVERIFY(log().contains("\"bookmarks\":true"));

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void eventsComeInOrderWithOneCompletion();
     void everyPrintedDocumentIsNamedOnceInOrder();
     void outputsAreReadableInTheOrderOfAdding();
+    void documentsOneAtATimeComeInTheOrderOfAdding();
     void aMissingDocumentNamesAMissingFileAndTheJobGoesOn();
     void aDamagedDocumentFailsWithItsReason();
     void aStepWithoutAnyResultFails();
@@ -174,6 +175,23 @@ void tst_contract::outputsAreReadableInTheOrderOfAdding()
                  QFileInfo(files.at(i)).completeBaseName());
         QCOMPARE(scene.lib->Documents().Item(i + 1).Filename(), files.at(i));
     }
+}
+
+void tst_contract::documentsOneAtATimeComeInTheOrderOfAdding()
+{
+    Scene scene(component());
+    const QStringList files{scene.document("b.txt"), scene.document("a.txt"),
+                            scene.document("c.html")};
+    scene.lib->setLimits({.atOnce = 1});
+    scene.distiller->setLimits({.atOnce = 1});
+    scene.print(files);
+    TRY_COMPLETED(scene.printing, 1);
+    QCOMPARE(scene.printing->printed().size(), 3);
+    scene.distil(scene.printing->outputs());
+    TRY_COMPLETED(scene.distilling, 1);
+    QVERIFY(scene.distilling->success());
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(contentOf(scene.distilling->outputs().at(i)).startsWith("%PDF-"));
 }
 
 void tst_contract::aMissingDocumentNamesAMissingFileAndTheJobGoesOn()

@@ -34,6 +34,9 @@ Limits limitsOf(const QJsonObject &request)
     };
     read("stall", limits.stallMs);
     read("total", limits.totalMs);
+    const auto atOnce = given.value(QLatin1String("atOnce")).toDouble(0);
+    if (atOnce >= 1)
+        limits.atOnce = static_cast<int>(std::min<double>(atOnce, Job::MostUnderWay));
     return limits;
 }
 

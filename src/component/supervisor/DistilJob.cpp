@@ -1,5 +1,6 @@
 #include "component/supervisor/DistilJob.h"
 
+#include "component/protocol/ResultNames.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
 #include "component/supervisor/OutputNames.h"
@@ -13,8 +14,6 @@
 namespace Quorlin {
 
 namespace {
-
-constexpr int MostUnderWay = 16;
 
 /// A job-options file is a few kilobytes; empty when it is missing, no file or absurdly large.
 QByteArray smallFile(const QString &path)
@@ -70,7 +69,7 @@ bool DistilJob::bringInOptions()
 
 void DistilJob::admitMore()
 {
-    while (m_underWay < MostUnderWay && m_nextToAdmit < count()) {
+    while (m_underWay < mostUnderWay() && m_nextToAdmit < count()) {
         ++m_underWay;
         admit(m_nextToAdmit++);
     }
@@ -184,7 +183,7 @@ void DistilJob::placeOutput(qsizetype index)
 {
     const auto &file = m_request.documents[index].file;
     const auto place = [&outputs = m_outputs, from = m_work[index].output,
-                        folder = QFileInfo(file).absolutePath(), base = OutputNames::baseOf(file)] {
+                        folder = QFileInfo(file).absolutePath(), base = ResultNames::baseOf(file)] {
         return outputs.place(from, folder, base, QStringLiteral("pdf"),
                              {.step = Outputs::Step::Distil});
     };
@@ -203,7 +202,7 @@ void DistilJob::refuse(qsizetype index, Reason reason, const QString &text)
     leave(index);
     const auto &file = m_request.documents[index].file;
     fail(index, reason, text,
-         OutputNames::missingName(QFileInfo(file).absolutePath(), OutputNames::baseOf(file),
+         OutputNames::missingName(QFileInfo(file).absolutePath(), ResultNames::baseOf(file),
                                   QStringLiteral("pdf")));
 }
 

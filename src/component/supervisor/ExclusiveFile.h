@@ -29,9 +29,6 @@ enum class Result { Done, Exists, NoRoom, NotAllowed, Failed };
 /// or a pipe. A copy that fails leaves nothing behind.
 [[nodiscard]] Result copy(const QString &from, const QString &to);
 
-/// Whether new files can be made in the folder.
-[[nodiscard]] bool canCreateIn(const QString &folder);
-
 } // namespace ExclusiveFile
 
 } // namespace Quorlin

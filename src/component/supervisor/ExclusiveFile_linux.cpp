@@ -135,9 +135,4 @@ Result copy(const QString &from, const QString &to)
     return copyExclusively(QFile::encodeName(from), QFile::encodeName(to), [] {});
 }
 
-bool canCreateIn(const QString &folder)
-{
-    return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
-}
-
 } // namespace Quorlin::ExclusiveFile

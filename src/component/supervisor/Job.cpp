@@ -24,6 +24,11 @@ void Job::start()
         begin();
 }
 
+int Job::mostUnderWay() const
+{
+    return m_limits.atOnce > 0 ? std::min(m_limits.atOnce, MostUnderWay) : MostUnderWay;
+}
+
 void Job::tell(const QString &state)
 {
     send(QLatin1String(Protocol::State), {{QStringLiteral("state"), state}});

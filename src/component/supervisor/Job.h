@@ -21,6 +21,10 @@ class Job : public QObject
     Q_OBJECT
 
 public:
+    /// So many documents of a job are under way at the most, whatever the driver wishes. Enough
+    /// to keep engines and printers busy, few enough not to fill the disk.
+    static constexpr int MostUnderWay = 16;
+
     /// @param number the driver's number for the job.
     Job(int number, qsizetype count, const Limits &limits, QObject *parent = nullptr);
 
@@ -47,6 +51,8 @@ protected:
 
     [[nodiscard]] qsizetype count() const { return m_results.size(); }
     [[nodiscard]] const Limits &limits() const { return m_limits; }
+    /// So many documents of this job may be under way.
+    [[nodiscard]] int mostUnderWay() const;
 
 private:
     struct Result

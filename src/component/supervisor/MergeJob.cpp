@@ -1,5 +1,6 @@
 #include "component/supervisor/MergeJob.h"
 
+#include "component/protocol/ResultNames.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
@@ -28,7 +29,7 @@ void MergeJob::begin()
     QJsonArray inputs;
     for (const auto &file : std::as_const(m_request.documents))
         inputs.append(QJsonObject{{QStringLiteral("file"), file},
-                                  {QStringLiteral("title"), OutputNames::baseOf(file)}});
+                                  {QStringLiteral("title"), ResultNames::baseOf(file)}});
     WorkerTask task;
     task.request = {{QStringLiteral("op"), QStringLiteral("merge")},
                     {QStringLiteral("inputs"), inputs},
@@ -57,7 +58,7 @@ void MergeJob::placeOutput()
 {
     const auto first = m_request.documents.first();
     const auto place = [&outputs = m_outputs, from = m_output, first] {
-        return outputs.place(from, QFileInfo(first).absolutePath(), OutputNames::baseOf(first),
+        return outputs.place(from, QFileInfo(first).absolutePath(), ResultNames::baseOf(first),
                              QStringLiteral("merged"), {.step = Outputs::Step::Merge});
     };
     Background::run(this, place, [this](const Outputs::Placed &placed) {
@@ -78,7 +79,7 @@ void MergeJob::failAll(Reason reason, const QString &text)
 {
     const auto first = m_request.documents.first();
     const auto missing = OutputNames::missingName(
-        QFileInfo(first).absolutePath(), OutputNames::baseOf(first), QStringLiteral("merged"));
+        QFileInfo(first).absolutePath(), ResultNames::baseOf(first), QStringLiteral("merged"));
     for (qsizetype i = 0; i < count(); ++i)
         fail(i, reason, text, missing);
 }

@@ -3,6 +3,7 @@
 #include "component/protocol/Acceptance.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
+#include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
 #include "component/supervisor/WorkFolder.h"
 #include "component/supervisor/Workers.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <utility>
@@ -19,15 +19,8 @@ namespace Quorlin {
 
 namespace {
 
-// Enough to keep engines and printers busy, few enough not to fill the disk.
-constexpr int MostUnderWay = 16;
 // A document's progress: the export takes most of the time.
 constexpr int ExportedPercent = 60;
-
-QStringList fallbackFolders()
-{
-    return {QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), QDir::homePath()};
-}
 
 Reason reasonOf(ExclusiveFile::Result result)
 {
@@ -70,20 +63,27 @@ PrintJob::PrintJob(const Request &request, Workers &workers, WorkFolder &workFol
 
 void PrintJob::begin()
 {
-    const auto places = OutputNames(fallbackFolders()).places(m_request.documents);
+    const auto places = ResultNames(ResultNames::usersFolders()).places(m_request.documents);
     for (qsizetype i = 0; i < count(); ++i)
         m_documents.append({m_request.documents[i], places[i]});
+    m_workers.prepareFor(limits().atOnce, count());
     admitMore();
 }
 
 void PrintJob::admitMore()
 {
-    while (m_underWay < MostUnderWay && m_nextToAdmit < count()) {
+    while (m_underWay < mostUnderWay() && m_nextToAdmit < count()) {
         ++m_underWay;
         admit(m_nextToAdmit++);
     }
-    if (m_underWay == 0 && !m_failedOnce.isEmpty())
-        retryFailed();
+    if (m_underWay == 0 && !m_failedOnce.isEmpty()) {
+        m_engineGeneration = m_workers.office().generation();
+        m_secondTries = std::exchange(m_failedOnce, {});
+    }
+    while (m_underWay < mostUnderWay() && !m_secondTries.isEmpty()) {
+        ++m_underWay;
+        retry(m_secondTries.takeFirst());
+    }
 }
 
 void PrintJob::admit(qsizetype index)
@@ -196,16 +196,12 @@ void PrintJob::retryLater(qsizetype index, const WorkerAnswer &answer)
     leave();
 }
 
-void PrintJob::retryFailed()
+void PrintJob::retry(qsizetype index)
 {
-    m_engineGeneration = m_workers.office().generation();
-    for (const auto index : std::exchange(m_failedOnce, {})) {
-        auto &document = m_documents[index];
-        document.secondTry = true;
-        ++m_underWay;
-        QFile::remove(exportOf(document.input));
-        bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
-    }
+    auto &document = m_documents[index];
+    document.secondTry = true;
+    QFile::remove(exportOf(document.input));
+    bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
 }
 
 QJsonArray PrintJob::rebaseOf(const Document &document)

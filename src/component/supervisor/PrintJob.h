@@ -1,7 +1,7 @@
 #pragma once
 
+#include "component/protocol/ResultNames.h"
 #include "component/supervisor/Job.h"
-#include "component/supervisor/OutputNames.h"
 #include "component/supervisor/Outputs.h"
 #include "component/supervisor/Worker.h"
 
@@ -44,7 +44,7 @@ private:
     struct Document
     {
         QString file;
-        OutputNames::Place place;
+        ResultNames::Place place;
         QString folder; ///< its working folder
         QString input;  ///< the copy inside
         bool secondTry = false;
@@ -61,7 +61,7 @@ private:
     void exportDocument(qsizetype index);
     void exported(qsizetype index, const WorkerAnswer &answer);
     void retryLater(qsizetype index, const WorkerAnswer &answer);
-    void retryFailed();
+    void retry(qsizetype index);
     void print(qsizetype index, const QString &pdf);
     void printed(qsizetype index, const WorkerAnswer &answer);
     void placeOutput(qsizetype index, const QString &file, const Outputs::Output &properties);
@@ -77,6 +77,7 @@ private:
     Outputs &m_outputs;
     QList<Document> m_documents;
     QList<qsizetype> m_failedOnce;
+    QList<qsizetype> m_secondTries; ///< those that still wait for theirs
     qsizetype m_nextToAdmit = 0;
     int m_underWay = 0;
     int m_engineGeneration = 0;

@@ -27,6 +27,13 @@ void WorkerPool::submit(WorkerTask task)
     scheduleSoon();
 }
 
+void WorkerPool::resize(int maxWorkers, int waitingPerWorker)
+{
+    m_settings.maxWorkers = maxWorkers;
+    m_settings.waitingPerWorker = waitingPerWorker;
+    scheduleSoon();
+}
+
 void WorkerPool::warm()
 {
     if (m_workers.empty())

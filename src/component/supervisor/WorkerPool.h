@@ -38,6 +38,9 @@ public:
     /// Its answer comes later, never before this returns.
     void submit(WorkerTask task);
 
+    /// Other numbers from now on; workers over the new limit stay until they are idle for long.
+    void resize(int maxWorkers, int waitingPerWorker);
+
     /// Starts one worker now if there is none.
     void warm();
 

@@ -21,12 +21,17 @@ constexpr int DocumentsPerEngine = 8;
 constexpr int DocumentsUntilNewEngine = 200;
 constexpr int DocumentsUntilNewDistiller = 100;
 
+int coresOfMachine()
+{
+    return std::max(1, QThread::idealThreadCount());
+}
+
 } // namespace
 
 Workers::Workers(const QString &programFolder, WorkFolder &workFolder, QObject *parent)
     : QObject(parent), m_programFolder(programFolder), m_workFolder(workFolder)
 {
-    makePools(std::max(1, QThread::idealThreadCount()));
+    makePools(coresOfMachine());
 }
 
 Workers::~Workers() = default;
@@ -68,6 +73,21 @@ std::unique_ptr<Worker> Workers::officeWorker()
 QString Workers::programPath(const char *name) const
 {
     return QDir(m_programFolder).filePath(QLatin1String(name));
+}
+
+void Workers::prepareFor(int atOnce, qsizetype documents)
+{
+    const int cores = coresOfMachine();
+    if (atOnce > 0)
+        m_office->resize(enginesFor(atOnce, documents, cores), 1);
+    else
+        m_office->resize(std::min(cores, MostEngines), DocumentsPerEngine);
+}
+
+int Workers::enginesFor(int atOnce, qsizetype documents, int cores)
+{
+    const auto worthwhile = 1 + std::max<qsizetype>(0, documents - 1) / DocumentsPerEngine;
+    return static_cast<int>(std::min<qsizetype>({atOnce, cores, worthwhile}));
 }
 
 QString Workers::distilFolder()

@@ -34,6 +34,14 @@ public:
     /// Joins PDFs: {"op":"merge",…}.
     [[nodiscard]] WorkerPool &merge() { return *m_merge; }
 
+    /// Has as many engines as suit a list of documents.
+    /// @param atOnce the driver's wish how many are worked on at once; 0: it has none.
+    void prepareFor(int atOnce, qsizetype documents);
+
+    /// So many engines suit a list: at the most one for each core and each document at once,
+    /// and a further one only for so many documents that its start pays.
+    [[nodiscard]] static int enginesFor(int atOnce, qsizetype documents, int cores);
+
     /// The one folder that warm distillers may touch.
     [[nodiscard]] QString distilFolder();
 

@@ -74,7 +74,9 @@ int ComponentScene::ask(const char *step, QJsonObject request, const QList<QJson
     request.insert(QStringLiteral("type"), QLatin1String(step));
     request.insert(QStringLiteral("job"), ++m_lastJob);
     request.insert(QStringLiteral("documents"), list);
-    request.insert(QStringLiteral("limits"), QJsonObject{{QStringLiteral("stall"), stallSeconds}});
+    QJsonObject limits{{QStringLiteral("stall"), stallSeconds}};
+    limits.insert(QStringLiteral("atOnce"), atOnce); // undefined leaves it out
+    request.insert(QStringLiteral("limits"), limits);
     send(request);
     return m_lastJob;
 }

@@ -63,6 +63,7 @@ public:
     Reports reports;
     std::unique_ptr<Component> component;
     int stallSeconds = 60;
+    QJsonValue atOnce{QJsonValue::Undefined}; ///< the wish how many are worked on at once
 
 private:
     QStringList outputsOf(int job);

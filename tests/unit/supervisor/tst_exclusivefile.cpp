@@ -46,7 +46,6 @@ private Q_SLOTS:
     void versionChangesWithTheContent();
     void versionChangesWithTheTimeOfChange();
     void nothingHasNoIdentityAndNoVersion();
-    void tellsWhetherAFolderCanBeWritten();
 
 private:
     void fillPlace(const QString &path) const;
@@ -336,17 +335,6 @@ void TestExclusiveFile::nothingHasNoIdentityAndNoVersion()
 {
     QCOMPARE(ExclusiveFile::identityOf(m_folder->path("gone")), QString());
     QCOMPARE(ExclusiveFile::versionOf(m_folder->path("gone")), QString());
-}
-
-void TestExclusiveFile::tellsWhetherAFolderCanBeWritten()
-{
-    const OrdinaryUser user;
-    const TestFolder folder;
-    QVERIFY(ExclusiveFile::canCreateIn(folder.path()));
-    QVERIFY(!ExclusiveFile::canCreateIn(folder.path("gone")));
-    const auto locked = folder.makeFolder("locked");
-    QVERIFY(QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner));
-    QVERIFY(!ExclusiveFile::canCreateIn(locked));
 }
 
 QTEST_GUILESS_MAIN(TestExclusiveFile)
