@@ -1,53 +1,68 @@
 #include "tool/ConvertTool.h"
 
-#include "tool/Console.h"
 #include "tool/DocumentGatherer.h"
+#include "tool/Forecast.h"
 
 #include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
 
 namespace Quorlin {
 
 namespace {
 
-/// A path as people like to read it: relative when it lies below the current folder.
-QString shown(const QString &path)
+NameList::Separator separatorOf(const Options &options)
 {
-    const auto relative = QDir::current().relativeFilePath(path);
-    return relative.startsWith(QLatin1String("../")) ? path : relative;
+    return options.listsHoldNul ? NameList::Separator::Nul : NameList::Separator::LineFeed;
 }
 
 } // namespace
 
 ConvertTool::ConvertTool(const Options &options, Console &console, const QString &programFolder,
                          const ComponentSettings &component, QObject *parent)
-    : QObject(parent), m_options(options), m_console(console), m_programFolder(programFolder),
-      m_settings(ConversionSettings::load(programFolder)), m_progress(console, options.quiet),
-      m_client(component)
+    : QObject(parent), m_options(options), m_programFolder(programFolder),
+      m_settings(ConversionSettings::load(programFolder)), m_narrator(console, options),
+      m_lists(options.lists, separatorOf(options)), m_client(component)
 {
-    if (options.verbose) {
-        connect(&m_client, &ComponentClient::logged, this, [this](const QString &line) {
-            m_progress.hide();
-            m_console.note(QStringLiteral("quorlin-pdf: ") + line);
-        });
-    }
+    m_report.quality = options.quality;
+    m_report.merges = options.merges();
+    m_report.dryRun = options.dryRun;
+    connect(&m_lists, &ListReader::waitsForTyping, this, [this] { m_narrator.waitForTyping(); });
+    connect(&m_lists, &ListReader::failed, this,
+            [this](const QString &text) { giveUp(WrongUse, text); });
+    connect(&m_lists, &ListReader::finished, this, [this](const QStringList &names) {
+        m_options.inputs.append(names);
+        begin();
+    });
+    if (options.verbose)
+        connect(&m_client, &ComponentClient::logged, this,
+                [this](const QString &line) { m_narrator.log(line); });
 }
 
 ConvertTool::~ConvertTool() = default;
 
 void ConvertTool::start()
 {
-    if (!m_settings) {
+    if (!m_settings)
         giveUp(SomeFailed, QStringLiteral("%1/Quorlin.ini cannot be read").arg(m_programFolder));
+    else if (QDir::currentPath().isEmpty())
+        giveUp(SomeFailed, QStringLiteral("the current folder is gone; go to another one first"));
+    else if (m_options.lists.isEmpty())
+        begin();
+    else
+        m_lists.start();
+}
+
+void ConvertTool::begin()
+{
+    if (m_over)
         return;
-    }
     gather();
     const auto &folder = m_options.outputFolder;
     if (const auto error = wrongUse(); !error.isEmpty())
         giveUp(WrongUse, error);
     else if (m_report.documents.isEmpty())
         giveUp(SomeFailed, QStringLiteral("there is nothing to convert"));
+    else if (m_options.dryRun)
+        forecast();
     else if (!folder.isEmpty() && !QDir().mkpath(folder))
         giveUp(SomeFailed, QStringLiteral("the folder %1 cannot be made").arg(folder));
     else
@@ -56,7 +71,9 @@ void ConvertTool::start()
 
 void ConvertTool::giveUp(int exitCode, const QString &text)
 {
-    m_console.complain(text);
+    if (m_over)
+        return;
+    m_narrator.complain(text);
     end(exitCode);
 }
 
@@ -77,32 +94,39 @@ QString ConvertTool::wrongUse() const
 void ConvertTool::gather()
 {
     DocumentGatherer gatherer;
-    m_report.quality = m_options.quality;
-    m_report.merges = m_options.merges();
     m_report.documents = gatherer.gather(m_options.inputs, m_options.merges());
     for (const auto &remark : gatherer.remarks())
-        m_console.complain(remark);
+        m_narrator.complain(remark);
     QStringList inputs;
     for (const auto &document : m_report.documents)
         inputs.append(document.input);
     m_delivery.emplace(m_options.outputFolder, inputs);
 }
 
+void ConvertTool::forecast()
+{
+    Forecast::make(m_report, m_options, *m_delivery);
+    for (const auto &document : m_report.documents)
+        document.failed() ? m_narrator.tellFailure(document) : m_narrator.tellResult(document);
+    conclude();
+}
+
 void ConvertTool::convert()
 {
     for (const auto &document : m_report.documents) {
         if (document.failed())
-            complainAbout(document);
+            m_narrator.tellFailure(document);
     }
     const ConvertJob::Plan plan{m_settings->printerName,
                                 m_settings->jobOptions.Item(m_options.quality)->Filename(),
                                 m_options.merges(), m_options.limits};
     m_job = std::make_unique<ConvertJob>(m_client, plan, m_report.documents);
     connect(m_job.get(), &ConvertJob::stageChanged, this,
-            [this](const QString &text) { m_progress.setStage(text); });
+            [this](const QString &text) { m_narrator.setStage(text); });
     connect(m_job.get(), &ConvertJob::progressed, this,
-            [this](int percent) { m_progress.setPercent(percent); });
-    connect(m_job.get(), &ConvertJob::documentFailed, this, &ConvertTool::complainAbout);
+            [this](int percent) { m_narrator.setPercent(percent); });
+    connect(m_job.get(), &ConvertJob::documentFailed, this,
+            [this](const DocumentRecord &document) { m_narrator.tellFailure(document); });
     connect(m_job.get(), &ConvertJob::finished, this, &ConvertTool::deliver);
     m_job->start();
 }
@@ -111,8 +135,7 @@ void ConvertTool::interrupt(int number)
 {
     if (m_over)
         return;
-    m_progress.hide();
-    m_console.complain(QStringLiteral("interrupted"));
+    m_narrator.complain(QStringLiteral("interrupted"));
     if (m_job) {
         m_job->cancel();
         m_report.documents = m_job->documents();
@@ -127,7 +150,8 @@ void ConvertTool::deliver()
         deliverMerged();
     else
         deliverEach();
-    end(m_report.failures() > 0 ? SomeFailed : Done);
+    m_report.seconds = m_job->seconds();
+    conclude();
 }
 
 void ConvertTool::deliverMerged()
@@ -146,9 +170,7 @@ void ConvertTool::deliverMerged()
         if (!document.failed())
             document.output = target;
     }
-    tell(QStringLiteral("%1 documents -> %2")
-             .arg(m_report.documents.size() - m_report.failures())
-             .arg(shown(target)));
+    m_narrator.tellMerged(m_report);
 }
 
 void ConvertTool::deliverEach()
@@ -167,11 +189,11 @@ void ConvertTool::deliverOne(DocumentRecord &document)
     document.reason = outcome.reason;
     document.text = outcome.text;
     if (document.failed()) {
-        complainAbout(document);
+        m_narrator.tellFailure(document);
         return;
     }
     document.output = target;
-    tell(QStringLiteral("%1 -> %2").arg(shown(document.input), shown(target)));
+    m_narrator.tellResult(document);
 }
 
 void ConvertTool::failAll(const Delivery::Outcome &outcome)
@@ -181,49 +203,26 @@ void ConvertTool::failAll(const Delivery::Outcome &outcome)
             continue;
         document.reason = outcome.reason;
         document.text = outcome.text;
-        complainAbout(document);
+        m_narrator.tellFailure(document);
     }
 }
 
-void ConvertTool::complainAbout(const DocumentRecord &document)
+void ConvertTool::conclude()
 {
-    m_progress.hide();
-    m_console.complain(QStringLiteral("%1: %2").arg(shown(document.input), document.text));
-}
-
-void ConvertTool::tell(const QString &line)
-{
-    m_progress.hide();
-    if (!m_options.quiet && !m_options.reportsToOutput())
-        m_console.print(line);
+    m_narrator.conclude(m_report);
+    end(m_report.failures() > 0 ? SomeFailed : Done);
 }
 
 void ConvertTool::end(int exitCode)
 {
     m_over = true;
-    m_progress.hide();
     m_report.seconds = m_job ? m_job->seconds() : 0;
     const bool wanted = !m_options.reportFile.isEmpty() && exitCode != WrongUse;
-    if (wanted && !writeReport() && exitCode == Done)
+    const bool reported = !wanted || m_narrator.writeReport(m_report);
+    const bool arrived = m_narrator.everythingArrived();
+    if (exitCode == Done && !(reported && arrived))
         exitCode = SomeFailed;
     Q_EMIT finished(exitCode);
-}
-
-bool ConvertTool::writeReport()
-{
-    const auto bytes = m_report.toJson();
-    if (m_options.reportsToOutput()) {
-        if (m_console.writeOutput(bytes))
-            return true;
-        m_console.complain(QStringLiteral("the report cannot be written"));
-        return false;
-    }
-    QSaveFile file(m_options.reportFile);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return true;
-    m_console.complain(QStringLiteral("the report %1 cannot be written: %2")
-                           .arg(m_options.reportFile, file.errorString()));
-    return false;
 }
 
 } // namespace Quorlin

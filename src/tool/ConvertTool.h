@@ -4,8 +4,9 @@
 #include "convert/ConversionSettings.h"
 #include "tool/ConvertJob.h"
 #include "tool/Delivery.h"
+#include "tool/ListReader.h"
+#include "tool/Narrator.h"
 #include "tool/Options.h"
-#include "tool/ProgressDisplay.h"
 #include "tool/Report.h"
 
 #include <QObject>
@@ -17,8 +18,8 @@ namespace Quorlin {
 
 class Console;
 
-/// One run of the tool: gathers the documents, has them converted, delivers the results and
-/// tells what came of it.
+/// One run of the tool: reads the lists of names, gathers the documents, has them converted,
+/// delivers the results and tells what came of it.
 class ConvertTool : public QObject
 {
     Q_OBJECT
@@ -32,7 +33,8 @@ public:
                 const ComponentSettings &component, QObject *parent = nullptr);
     ~ConvertTool() override;
 
-    /// Returns after the documents are gathered; the rest happens in the event loop.
+    /// Returns when lists are still to be read, or after the documents are gathered; the rest
+    /// happens in the event loop.
     void start();
 
     /// Ends the run: what is not finished counts as cancelled.
@@ -45,25 +47,25 @@ Q_SIGNALS:
     void finished(int exitCode);
 
 private:
+    void begin();
     [[nodiscard]] QString wrongUse() const;
     void gather();
     void giveUp(int exitCode, const QString &text);
+    void forecast();
     void convert();
     void deliver();
     void deliverMerged();
     void deliverEach();
     void deliverOne(DocumentRecord &document);
     void failAll(const Delivery::Outcome &outcome);
-    void complainAbout(const DocumentRecord &document);
-    void tell(const QString &line);
+    void conclude();
     void end(int exitCode);
-    [[nodiscard]] bool writeReport();
 
     Options m_options;
-    Console &m_console;
     QString m_programFolder;
     std::optional<ConversionSettings> m_settings;
-    ProgressDisplay m_progress;
+    Narrator m_narrator;
+    ListReader m_lists;
     Report m_report;
     std::optional<Delivery> m_delivery;
     ComponentClient m_client;

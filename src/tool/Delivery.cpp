@@ -24,6 +24,14 @@ QString numbered(const QString &path, int number)
     return path.left(end) + QStringLiteral(" (%1)").arg(number) + path.mid(end);
 }
 
+/// The folder itself or the next one above it that is there.
+QString nearestExisting(QString folder)
+{
+    while (!QFileInfo::exists(folder) && QFileInfo(folder).absolutePath() != folder)
+        folder = QFileInfo(folder).absolutePath();
+    return folder;
+}
+
 bool copyBytes(QFile &source, QSaveFile &target)
 {
     for (auto piece = source.read(PieceBytes); !piece.isEmpty(); piece = source.read(PieceBytes)) {
@@ -64,18 +72,29 @@ bool Delivery::isInput(const QString &path) const
     return !real.isEmpty() && m_inputs.contains(real);
 }
 
-Delivery::Outcome Delivery::deliver(const QString &temporary, const QString &target) const
+Delivery::Outcome Delivery::obstacleAt(const QString &target) const
 {
     const QFileInfo existing(target);
-    Outcome outcome;
+    const auto folder = existing.absolutePath();
+    const QFileInfo nearest(nearestExisting(folder));
     if (existing.isDir())
-        outcome = {Reason::NotAllowed, QStringLiteral("%1 is a folder").arg(target)};
-    else if (existing.exists() && !(existing.permissions() & WriteBits))
-        outcome = {Reason::NotAllowed, QStringLiteral("%1 is write-protected").arg(target)};
-    else if (!QDir().mkpath(existing.absolutePath()))
-        outcome = {Reason::NotAllowed,
-                   QStringLiteral("the folder %1 cannot be made").arg(existing.absolutePath())};
-    else
+        return {Reason::NotAllowed, QStringLiteral("%1 is a folder").arg(target)};
+    if (existing.exists() && !(existing.permissions() & WriteBits))
+        return {Reason::NotAllowed, QStringLiteral("%1 is write-protected").arg(target)};
+    if (nearest.isDir() && nearest.isWritable() && nearest.isExecutable())
+        return {};
+    if (nearest.absoluteFilePath() == folder && nearest.isDir())
+        return {Reason::NotAllowed, QStringLiteral("the folder %1 may not be written").arg(folder)};
+    return {Reason::NotAllowed, QStringLiteral("the folder %1 cannot be made").arg(folder)};
+}
+
+Delivery::Outcome Delivery::deliver(const QString &temporary, const QString &target) const
+{
+    auto outcome = obstacleAt(target);
+    const auto folder = QFileInfo(target).absolutePath();
+    if (outcome.reason == Reason::None && !QDir().mkpath(folder))
+        outcome = {Reason::NotAllowed, QStringLiteral("the folder %1 cannot be made").arg(folder)};
+    else if (outcome.reason == Reason::None)
         outcome = copy(temporary, target);
     QFile::remove(temporary);
     return outcome;

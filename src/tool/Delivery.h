@@ -33,6 +33,9 @@ public:
     /// Whether writing to this path would overwrite a document of the run.
     [[nodiscard]] bool isInput(const QString &path) const;
 
+    /// Why no result could get this path, as far as that shows without writing.
+    [[nodiscard]] Outcome obstacleAt(const QString &target) const;
+
     /// Moves a temporary result to its final name, making the folder when it is missing. The
     /// temporary file is gone afterwards, well or badly.
     [[nodiscard]] Outcome deliver(const QString &temporary, const QString &target) const;

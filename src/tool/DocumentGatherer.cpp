@@ -2,6 +2,7 @@
 
 #include "component/protocol/Acceptance.h"
 #include "convert/FolderWalk.h"
+#include "tool/FileNames.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -51,9 +52,11 @@ void DocumentGatherer::addFile(const QString &path)
 {
     DocumentRecord document;
     document.input = path;
-    document.reason = Acceptance::refusalOf(path);
+    document.reason = FileNames::isUtf8(path) ? Acceptance::refusalOf(path) : Reason::NotReadable;
     if (document.failed())
-        document.text = reasonText(document.reason);
+        document.text = FileNames::isUtf8(path)
+                            ? reasonText(document.reason)
+                            : QStringLiteral("its name is not UTF-8; rename it first");
     m_documents.append(document);
 }
 

@@ -1,5 +1,7 @@
 #include "tool/Report.h"
 
+#include "tool/FileNames.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,13 +26,19 @@ QJsonValue pathOrNull(const QString &path)
     return path.isEmpty() ? QJsonValue() : QJsonValue(path);
 }
 
-QJsonObject entryOf(const DocumentRecord &document)
+QString statusOf(const DocumentRecord &document, bool dryRun)
 {
-    QJsonObject entry{{QStringLiteral("input"), document.input},
+    if (document.failed())
+        return QStringLiteral("failed");
+    return dryRun ? QStringLiteral("planned") : QStringLiteral("converted");
+}
+
+QJsonObject entryOf(const DocumentRecord &document, bool dryRun)
+{
+    QJsonObject entry{{QStringLiteral("input"), FileNames::legible(document.input)},
                       {QStringLiteral("output"), pathOrNull(document.output)},
                       {QStringLiteral("seconds"), rounded(document.seconds)},
-                      {QStringLiteral("status"),
-                       document.failed() ? QStringLiteral("failed") : QStringLiteral("converted")}};
+                      {QStringLiteral("status"), statusOf(document, dryRun)}};
     if (document.failed()) {
         entry.insert(QStringLiteral("reason"), reasonKey(document.reason));
         entry.insert(QStringLiteral("text"), document.text);
@@ -45,21 +53,31 @@ int Report::failures() const
     return static_cast<int>(std::ranges::count_if(documents, &DocumentRecord::failed));
 }
 
+QJsonObject Report::totals() const
+{
+    const auto count = static_cast<int>(documents.size());
+    const auto through = count - failures();
+    QJsonObject totals{{QStringLiteral("documents"), count},
+                       {QStringLiteral("converted"), dryRun ? 0 : through},
+                       {QStringLiteral("failed"), failures()},
+                       {QStringLiteral("seconds"), rounded(seconds)}};
+    if (dryRun)
+        totals.insert(QStringLiteral("planned"), through);
+    return totals;
+}
+
 QByteArray Report::toJson() const
 {
     QJsonArray entries;
     for (const auto &document : documents)
-        entries.append(entryOf(document));
-    const auto count = static_cast<int>(documents.size());
-    const QJsonObject totals{{QStringLiteral("documents"), count},
-                             {QStringLiteral("converted"), count - failures()},
-                             {QStringLiteral("failed"), failures()},
-                             {QStringLiteral("seconds"), rounded(seconds)}};
+        entries.append(entryOf(document, dryRun));
     QJsonObject report{{QStringLiteral("report"), ReportVersion},
                        {QStringLiteral("version"), QStringLiteral(QUORLIN_VERSION)},
                        {QStringLiteral("quality"), quality},
                        {QStringLiteral("documents"), entries},
-                       {QStringLiteral("totals"), totals}};
+                       {QStringLiteral("totals"), totals()}};
+    if (dryRun)
+        report.insert(QStringLiteral("dryRun"), true);
     if (merges)
         report.insert(QStringLiteral("merged"), pathOrNull(mergedFile));
     return QJsonDocument(report).toJson(QJsonDocument::Indented);

@@ -1,10 +1,15 @@
 #include "tool/Console.h"
 #include "tool/ConvertTool.h"
+#include "tool/FileNames.h"
 #include "tool/OptionsReader.h"
+#include "tool/Terminal.h"
 #include "winsupport/Interruption.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+
+#include <cerrno>
+#include <system_error>
 
 using namespace Quorlin;
 
@@ -24,14 +29,34 @@ int convert(const Options &options, Console &console)
     return QCoreApplication::exec();
 }
 
+/// The words of the command line, with names of any bytes kept apart.
+QStringList wordsOf(int argc, char **argv)
+{
+    QStringList words;
+    for (int i = 0; i < argc; ++i)
+        words.append(FileNames::fromBytes(argv[i]));
+    return words;
+}
+
+int write(Console &console, const QString &text)
+{
+    if (console.writeOutput(text.toUtf8()))
+        return ConvertTool::Done;
+    console.complain(QStringLiteral("standard output cannot be written: %1")
+                         .arg(QString::fromStdString(std::generic_category().message(errno))));
+    return ConvertTool::SomeFailed;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    Terminal::fillClosedStreams();
+    const auto words = wordsOf(argc, argv);
     const QCoreApplication application(argc, argv);
     Console console;
     OptionsReader reader;
-    const auto options = reader.read(QCoreApplication::arguments());
+    const auto options = reader.read(words);
     if (!options) {
         console.complain(reader.error());
         console.note(QStringLiteral("Try \"quorlin-convert --help\"."));
@@ -39,8 +64,7 @@ int main(int argc, char **argv)
     }
     if (options->action == Options::Action::Convert)
         return convert(*options, console);
-    const auto text = options->action == Options::Action::Help
-                          ? OptionsReader::help()
-                          : QStringLiteral("quorlin-convert " QUORLIN_VERSION "\n");
-    return console.writeOutput(text.toUtf8()) ? ConvertTool::Done : ConvertTool::SomeFailed;
+    return write(console, options->action == Options::Action::Help
+                              ? OptionsReader::help()
+                              : QStringLiteral("quorlin-convert " QUORLIN_VERSION "\n"));
 }

@@ -22,6 +22,9 @@ namespace SystemActions {
 /// Path of the device that takes everything and gives nothing.
 [[nodiscard]] QString nullDevice();
 
+/// Path of a device that gives zeros for ever.
+[[nodiscard]] QString endlessFile();
+
 /// A writable folder on another file system than `path`; empty when there is none.
 [[nodiscard]] QString folderOnOtherFileSystem(const QString &path);
 

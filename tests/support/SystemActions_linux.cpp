@@ -51,6 +51,11 @@ bool makeSecondName(const QString &existing, const QString &path)
            0;
 }
 
+QString endlessFile()
+{
+    return QStringLiteral("/dev/zero");
+}
+
 QString nullDevice()
 {
     return QStringLiteral("/dev/null");

@@ -1,7 +1,10 @@
 #include "tool/ConvertTool.h"
+
+#include "support/SystemActions.h"
 #include "unit/tool/KeptConsole.h"
 #include "unit/tool/ToolFolder.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -28,6 +31,15 @@ private Q_SLOTS:
     void aMissingComponentIsAnError();
     void aDeadComponentIsAnError();
     void nothingToConvertIsAnError();
+    void aCurrentFolderThatIsGoneIsAnError();
+    void namesOfListsFollowThoseOfTheCommandLine();
+    void aListThatIsMissingIsWrongUse();
+    void aNameThatIsNotUtf8CostsOnlyItself();
+    void anInterruptionEndsTheWaitForNames();
+    void aTableTakesThePlaceOfLines();
+    void theTableGivesWayToTheReport();
+    void manyDocumentsEndWithTheirTotals();
+    void outputThatIsLostIsAnError();
     void anOutputFolderThatCannotBeMadeIsAnError();
     void theReportGoesToOutputAlone();
     void theReportGoesToAFile();
@@ -187,6 +199,115 @@ void tst_convert_tool::nothingToConvertIsAnError()
     QCOMPARE(run(converting({QStringLiteral("d")})), 1);
     QVERIFY(complained("no documents in this folder"));
     QVERIFY(complained("there is nothing to convert"));
+}
+
+void tst_convert_tool::aCurrentFolderThatIsGoneIsAnError()
+{
+    QVERIFY(QDir().mkdir(QStringLiteral("gone")) && QDir::setCurrent(QStringLiteral("gone")));
+    QVERIFY(QDir().rmdir(m_folder->path("gone")));
+    QCOMPARE(run(converting({QStringLiteral(".")})), 1); // which would be the whole disk
+    QVERIFY(complained("the current folder is gone"));
+    QVERIFY(QDir::setCurrent(m_folder->path(".")));
+}
+
+void tst_convert_tool::namesOfListsFollowThoseOfTheCommandLine()
+{
+    for (const auto *name : {"a.txt", "b.txt", "d/c.txt", "-q.txt"})
+        m_folder->write(name);
+    m_folder->write("list", "b.txt\r\n\n-q.txt\nd");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.lists = QStringList{QStringLiteral("list")};
+    QCOMPARE(run(options), 0);
+    QCOMPARE(m_console->output, QByteArray("a.txt -> a.pdf\nb.txt -> b.pdf\n-q.txt -> -q.pdf\n"
+                                           "d/c.txt -> d/c.pdf\n"));
+}
+
+void tst_convert_tool::aListThatIsMissingIsWrongUse()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.lists = QStringList{QStringLiteral("gone")};
+    QCOMPARE(run(options), 2);
+    QVERIFY(complained("the list gone: it cannot be read: No such file or directory\n"));
+    QVERIFY(!m_folder->files().contains(QStringLiteral("a.pdf")));
+}
+
+void tst_convert_tool::aNameThatIsNotUtf8CostsOnlyItself()
+{
+    m_folder->write("a.txt");
+    m_folder->write("list", QByteArray("\xff.txt\0a.txt", 11));
+    auto options = converting({});
+    options.lists = QStringList{QStringLiteral("list")};
+    options.listsHoldNul = true;
+    QCOMPARE(run(options), 1);
+    QVERIFY(complained("\xEF\xBF\xBD.txt: its name is not UTF-8"));
+    QCOMPARE(m_console->output, QByteArray("a.txt -> a.pdf\n"));
+}
+
+void tst_convert_tool::anInterruptionEndsTheWaitForNames()
+{
+    QVERIFY(SystemActions::makeFifo(m_folder->path("pipe")));
+    auto options = converting({});
+    options.lists = QStringList{QStringLiteral("pipe")};
+    options.reportFile = QStringLiteral("-");
+    ConvertTool tool(options, *m_console, m_folder->path("program"), m_component);
+    QSignalSpy finished(&tool, &ConvertTool::finished);
+    tool.start();
+    QVERIFY(!finished.wait(100));
+    tool.interrupt(2);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), 130);
+    QVERIFY(m_console->output.contains("\"documents\": [\n    ]"));
+}
+
+void tst_convert_tool::aTableTakesThePlaceOfLines()
+{
+    m_folder->write("a.txt");
+    m_folder->write("fail.txt");
+    auto options = converting({QStringLiteral("a.txt"), QStringLiteral("fail.txt")});
+    options.summary = true;
+    options.quiet = true;
+    QCOMPARE(run(options), 1);
+    const auto lines = m_console->output.split('\n');
+    QCOMPARE(lines.size(), 5);
+    QVERIFY(lines.at(0).startsWith("DOCUMENT "));
+    QVERIFY(lines.at(1).startsWith("a.txt ") && lines.at(1).endsWith(" a.pdf"));
+    QVERIFY(lines.at(2).startsWith("fail.txt ") && lines.at(2).endsWith("failed: it is damaged"));
+    QVERIFY(lines.at(3).startsWith("2 documents: 1 converted, 1 failed; "));
+    QCOMPARE(m_console->error, QByteArray("quorlin-convert: fail.txt: it is damaged\n"));
+}
+
+void tst_convert_tool::theTableGivesWayToTheReport()
+{
+    m_folder->write("a.txt");
+    auto options = converting({QStringLiteral("a.txt")});
+    options.summary = true;
+    options.reportFile = QStringLiteral("-");
+    QCOMPARE(run(options), 0);
+    QVERIFY(!QJsonDocument::fromJson(m_console->output).isNull());
+    QVERIFY(complained("DOCUMENT "));
+}
+
+void tst_convert_tool::manyDocumentsEndWithTheirTotals()
+{
+    m_folder->write("a.txt");
+    m_folder->write("b.txt");
+    QCOMPARE(run(converting({QStringLiteral("a.txt"), QStringLiteral("b.txt")})), 0);
+    QVERIFY(complained("\n2 documents converted; "));
+    QCOMPARE(m_console->output, QByteArray("a.txt -> a.pdf\nb.txt -> b.pdf\n"));
+    m_console = std::make_unique<KeptConsole>();
+    QCOMPARE(run(converting({QStringLiteral("a.txt")})), 0);
+    QVERIFY(!complained("1 document"));
+}
+
+void tst_convert_tool::outputThatIsLostIsAnError()
+{
+    m_folder->write("a.txt");
+    m_folder->write("b.txt");
+    m_console->outputFails = true;
+    QCOMPARE(run(converting({QStringLiteral("a.txt"), QStringLiteral("b.txt")})), 1);
+    QCOMPARE(m_console->error.count("standard output cannot be written"), 1);
+    QVERIFY(m_folder->files().contains(QStringLiteral("b.pdf")));
 }
 
 void tst_convert_tool::anOutputFolderThatCannotBeMadeIsAnError()
