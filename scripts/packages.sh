@@ -17,7 +17,7 @@ run_packages=(
     fonts-crosextra-carlito fonts-crosextra-caladea
 )
 test_packages=(
-    python3 qpdf clang-format shellcheck
+    python3 python3-jsonschema qpdf clang-format shellcheck
     xvfb openbox icewm xdotool dbus-daemon at-spi2-core python3-gi python3-xlib
 )
 
