@@ -66,8 +66,9 @@ def start(option, files):
     entry.load_from_bytes(GLib.Bytes.new(text), GLib.KeyFileFlags.NONE)
     try:
         Gio.DesktopAppInfo.new_from_keyfile(entry).launch(files, launch_context())
-    except GLib.Error as error:
-        print(f"Quorlin cannot be started: {error.message}", file=sys.stderr)
+    # The second when the program has gone since the menu was opened: there is no object then.
+    except (GLib.Error, TypeError) as error:
+        print(f"Quorlin cannot be started: {error}", file=sys.stderr)
 
 
 def make_item(name, texts, option, files):
@@ -80,9 +81,7 @@ def make_item(name, texts, option, files):
 class QuorlinMenu(GObject.GObject, Nautilus.MenuProvider):
     """The entries; only for local files, and "convert" not for whole folders."""
 
-    # The window comes first in older versions of the interface.
-    def get_file_items(self, *arguments):
-        files = arguments[-1]
+    def get_file_items(self, files):
         if not files or any(file.get_uri_scheme() != "file" for file in files):
             return []
         if not GLib.find_program_in_path("quorlin"):
