@@ -2,11 +2,16 @@
 
 #include "component/protocol/Acceptance.h"
 #include "convert/FolderWalk.h"
+#include "convert/NaturalOrder.h"
 #include "tool/FileNames.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace Quorlin {
 
@@ -20,6 +25,32 @@ bool isPdf(const QFileInfo &file)
 bool isTaken(const QFileInfo &file)
 {
     return !file.isDir() && Acceptance::refusalOf(file.filePath()) == Reason::None;
+}
+
+struct Unreadable
+{
+    QString name;
+    bool isFolder;
+};
+
+/// What a folder holds under names that are not UTF-8, hidden entries left out.
+QList<Unreadable> unreadableNames(const QString &folder)
+{
+    QList<Unreadable> found;
+    std::error_code error;
+    const auto end = std::filesystem::directory_iterator();
+    std::filesystem::directory_iterator entry(folder.toStdU16String(), error);
+    for (; !error && entry != end; entry.increment(error)) {
+        const auto bytes = entry->path().filename().u8string();
+        const QByteArrayView view(reinterpret_cast<const char *>(bytes.data()),
+                                  qsizetype(bytes.size()));
+        const auto name = FileNames::fromBytes(view);
+        std::error_code ignored;
+        if (!name.startsWith(QLatin1Char('.')) && !FileNames::isUtf8(name))
+            found.append({name, entry->is_directory(ignored)});
+    }
+    std::ranges::sort(found, NaturalOrder::less, &Unreadable::name);
+    return found;
 }
 
 } // namespace
@@ -66,10 +97,16 @@ void DocumentGatherer::addFolder(const QString &path)
         m_remarks.append(QStringLiteral("%1: this folder may not be read").arg(path));
         return;
     }
-    addEntries(FolderWalk::entries(path));
+    const auto entries = FolderWalk::entries(path);
+    addFiles(entries);
+    addUnreadableNames(path);
+    for (const auto &entry : entries) {
+        if (entry.isDir() && !entry.isSymLink())
+            addFolder(entry.filePath());
+    }
 }
 
-void DocumentGatherer::addEntries(const QFileInfoList &entries)
+void DocumentGatherer::addFiles(const QFileInfoList &entries)
 {
     QSet<QString> sources;
     for (const auto &entry : entries) {
@@ -78,10 +115,19 @@ void DocumentGatherer::addEntries(const QFileInfoList &entries)
     }
     for (const auto &entry : entries) {
         const bool isResult = isPdf(entry) && sources.contains(entry.completeBaseName());
-        if (entry.isDir() && !entry.isSymLink())
-            addFolder(entry.filePath());
-        else if (!isResult && isTaken(entry))
+        if (!isResult && isTaken(entry))
             addFile(entry.filePath());
+    }
+}
+
+void DocumentGatherer::addUnreadableNames(const QString &folder)
+{
+    for (const auto &entry : unreadableNames(folder)) {
+        const auto path = folder + QLatin1Char('/') + entry.name;
+        if (entry.isFolder)
+            m_remarks.append(QStringLiteral("%1: the name of this folder is not UTF-8").arg(path));
+        else if (Acceptance::entranceOf(entry.name) != Entrance::None)
+            addFile(path);
     }
 }
 

@@ -11,10 +11,12 @@ namespace Quorlin {
 /// Turns what was named on the command line into the list of documents.
 ///
 /// A named file is always in the list, with its reason when the component does not take it. Of
-/// a folder only the files that the component takes are, in natural order, with everything
-/// below it. Links to folders are not followed, except when named. Hidden files and the lock
-/// files of office programs ("~$…") are passed over, and so is a PDF beside a document of the
-/// same name: it is that document's result from an earlier run.
+/// a folder only the files that the component takes are, in natural order and before those of
+/// its sub-folders, which follow with everything below them. A name there that is not UTF-8 is
+/// in the list with that reason if its extension is taken. Links to folders are not followed,
+/// except when named. Hidden files and the lock files of office programs ("~$…") are passed over,
+/// and so is a PDF beside a document of the same name: it is that document's result from an earlier
+/// run.
 class DocumentGatherer
 {
 public:
@@ -28,7 +30,8 @@ private:
     void addInput(const QString &input);
     void addFile(const QString &path);
     void addFolder(const QString &path);
-    void addEntries(const QFileInfoList &entries);
+    void addFiles(const QFileInfoList &entries);
+    void addUnreadableNames(const QString &folder);
     void dropRepeats();
 
     QList<DocumentRecord> m_documents;

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void startsNoWorkerWithoutWork();
     void keepsAWorkerWarm();
     void neverHasMoreWorkersThanItMay();
+    void mayBeResized();
     void worksSideBySide();
     void waitsForManyTasksBeforeItStartsAnotherWorker();
     void replacesAWorkerAfterANumberOfTasks();
@@ -172,6 +173,19 @@ void TestWorkerPool::neverHasMoreWorkersThanItMay()
     QVERIFY(waitForAnswers(8));
     QCOMPARE(m_started, 2);
     QCOMPARE(processes().size(), 2);
+}
+
+void TestWorkerPool::mayBeResized()
+{
+    make({.maxWorkers = 1, .waitingPerWorker = 8});
+    for (int i = 0; i < 4; ++i)
+        submit("wait-for");
+    QVERIFY(QTest::qWaitFor([this] { return m_pool->workerCount() == 1; }, Patience));
+    m_pool->resize(3, 1);
+    QVERIFY(QTest::qWaitFor([this] { return m_pool->workerCount() == 3; }, Patience));
+    let("go");
+    QVERIFY(waitForAnswers(4));
+    QCOMPARE(m_started, 3);
 }
 
 void TestWorkerPool::worksSideBySide()

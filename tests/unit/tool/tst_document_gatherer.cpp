@@ -1,4 +1,7 @@
 #include "tool/DocumentGatherer.h"
+
+#include "convert/FolderWalk.h"
+#include "support/SystemActions.h"
 #include "unit/tool/ToolFolder.h"
 
 #include <QDir>
@@ -19,6 +22,8 @@ private Q_SLOTS:
     void aNamedFileIsKeptWithItsReason();
     void anEarlierResultIsPassedOverUnlessNamed();
     void repeatsAreDroppedUnlessWanted();
+    void theOrderIsThatOfTheWindow();
+    void namesThatAreNotUtf8AreTold();
     void anEmptyFolderIsRemarked();
     void aPipeIsRefusedWithoutBlocking();
 
@@ -37,12 +42,15 @@ QStringList tst_document_gatherer::names(const QList<DocumentRecord> &documents)
 void tst_document_gatherer::aFolderIsWalkedInNaturalOrder()
 {
     const ToolFolder folder;
-    for (const auto *name : {"d/a10.txt", "d/a2.txt", "d/b/c.odt", "d/B1.doc", "d/z.pdf"})
+    for (const auto *name : {"d/a10.txt", "d/a2.txt", "d/b10/c.odt", "d/b9/d10.odt", "d/b9/d9.odt",
+                             "d/b9/a/e.odt", "d/B1.doc", "d/z.pdf"})
         folder.write(name);
     const auto found = DocumentGatherer().gather({QStringLiteral("d")}, false);
-    QCOMPARE(names(found), QStringList({QStringLiteral("d/a2.txt"), QStringLiteral("d/a10.txt"),
-                                        QStringLiteral("d/b/c.odt"), QStringLiteral("d/B1.doc"),
-                                        QStringLiteral("d/z.pdf")}));
+    QCOMPARE(names(found),
+             QStringList({QStringLiteral("d/a2.txt"), QStringLiteral("d/a10.txt"),
+                          QStringLiteral("d/B1.doc"), QStringLiteral("d/z.pdf"),
+                          QStringLiteral("d/b9/d9.odt"), QStringLiteral("d/b9/d10.odt"),
+                          QStringLiteral("d/b9/a/e.odt"), QStringLiteral("d/b10/c.odt")}));
     QVERIFY(QDir::isAbsolutePath(found.first().input));
 }
 
@@ -114,6 +122,33 @@ void tst_document_gatherer::repeatsAreDroppedUnlessWanted()
                              QStringLiteral("./d/../d/a.txt")};
     QCOMPARE(DocumentGatherer().gather(inputs, false).size(), 1);
     QCOMPARE(DocumentGatherer().gather(inputs, true).size(), 3);
+}
+
+void tst_document_gatherer::theOrderIsThatOfTheWindow()
+{
+    const ToolFolder folder;
+    for (const auto *name :
+         {"d/10.txt", "d/9.txt", "d/5/1.txt", "d/Ä.txt", "d/a/2/x.txt", "d/a/x.txt", "d/11/y.txt"})
+        folder.write(name);
+    QStringList walked;
+    FolderWalk::walk(folder.path("d"), [&](const QString &file) {
+        walked.append(QDir::current().relativeFilePath(file));
+    });
+    QCOMPARE(names(DocumentGatherer().gather({QStringLiteral("d")}, false)), walked);
+}
+
+void tst_document_gatherer::namesThatAreNotUtf8AreTold()
+{
+    const ToolFolder folder;
+    folder.write("d/a.txt");
+    const auto base = folder.path("d").toUtf8();
+    for (const auto *name : {"/\xff.txt", "/\xff.xyz", "/.\xff.txt"})
+        QVERIFY(SystemActions::makeFile(base + name));
+    DocumentGatherer gatherer;
+    const auto found = gatherer.gather({QStringLiteral("d")}, false);
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(found.at(1).reason, Reason::NotReadable);
+    QVERIFY(found.at(1).text.contains(QStringLiteral("UTF-8")));
 }
 
 void tst_document_gatherer::anEmptyFolderIsRemarked()
