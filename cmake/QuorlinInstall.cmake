@@ -20,7 +20,7 @@ function(quorlin_install_link link target)
     file(CREATE_LINK \"${target}\" \"\${link}\" SYMBOLIC)")
 endfunction()
 
-set(commands quorlin quorlin-convert quorlin-pdf quorlin-skin)
+set(commands quorlin quorlin-convert quorlin-pdf quorlin-settings quorlin-skin)
 set(workers quorlin-pdf-office quorlin-pdf-print quorlin-pdf-merge quorlin-svg)
 install(TARGETS ${commands} ${workers} RUNTIME DESTINATION "${QUORLIN_HOME}")
 # All that is needed to run the programs and to install them: a third of the whole build.

@@ -50,6 +50,8 @@ private Q_SLOTS:
     void anOrdinaryUserReadsTheMachinesKeysAndCannotWriteThem();
     void anOrdinaryUserMakesNothingForTheMachine();
     void theSystemsFilesAreWhereTheEnvironmentSays();
+    void theMachinesFileIsFoundBehindFoldersWithoutOne();
+    void aNewMachinesFileGoesToTheUsualFolderWhereThatCounts();
     void relativeFoldersOfTheEnvironmentDoNotCount();
 };
 
@@ -314,6 +316,29 @@ void tst_registry_layers::theSystemsFilesAreWhereTheEnvironmentSays()
     QCOMPARE(store->createKey(key(Machine, "A")), RegistryStatus::Done);
     QVERIFY(QFile::exists(folder.path("first/quorlin/registry.db")));
     QVERIFY(!QFile::exists(folder.path("next")));
+}
+
+/// A desktop's session has folders that the administrator's shell does not have.
+void tst_registry_layers::theMachinesFileIsFoundBehindFoldersWithoutOne()
+{
+    const TestFolder folder;
+    qputenv("XDG_CONFIG_DIRS", folder.path("next").toUtf8());
+    QCOMPARE(SystemRegistry::store()->createKey(key(Machine, "A")), RegistryStatus::Done);
+    qputenv("XDG_CONFIG_DIRS", folder.path("first").toUtf8() + ':' + folder.path("next").toUtf8());
+    QCOMPARE(SystemRegistry::machineFile(), folder.path("next/quorlin/registry.db"));
+    QCOMPARE(SystemRegistry::store()->openKey(key(Machine, "A")), RegistryStatus::Done);
+}
+
+void tst_registry_layers::aNewMachinesFileGoesToTheUsualFolderWhereThatCounts()
+{
+    const TestFolder folder;
+    const auto first = folder.path("first").toUtf8();
+    qputenv("XDG_CONFIG_DIRS", first + ":/etc/xdg/");
+    if (QFile::exists(QStringLiteral("/etc/xdg/quorlin/registry.db")))
+        QSKIP("this machine has settings of its own");
+    QCOMPARE(SystemRegistry::machineFile(), QStringLiteral("/etc/xdg/quorlin/registry.db"));
+    qunsetenv("XDG_CONFIG_DIRS");
+    QCOMPARE(SystemRegistry::machineFile(), QStringLiteral("/etc/xdg/quorlin/registry.db"));
 }
 
 void tst_registry_layers::relativeFoldersOfTheEnvironmentDoNotCount()
