@@ -35,6 +35,16 @@ QString shown(const QString &name)
     return name.size() > Longest ? name.left(Longest) + QChar(0x2026) : name;
 }
 
+/// The message does not say it, and who made the skin wants to know.
+void tellWrong(const QString &skin, const SkinElement &element)
+{
+    const auto *const lacks = element.kind == SkinKind::Picture  ? "its picture"
+                              : element.kind == SkinKind::Window ? "its picture or a Classic size"
+                                                                 : "a Classic value";
+    qWarning("%s/Info.ssk: %s in [%s] lacks %s", qUtf8Printable(shown(skin)), element.name.data(),
+             element.section.data(), lacks);
+}
+
 } // namespace
 
 SkinEngine::SkinEngine(const QString &applicationFolder, MessageService &messages,
@@ -98,9 +108,14 @@ bool SkinEngine::readElements(const IniFile &ini)
 {
     const auto mode = ini.GetVar(QStringLiteral("TextMode"), QStringLiteral("FormMain"));
     m_textMode = mode == QLatin1StringView("1");
-    return std::ranges::all_of(SkinElement::all(), [this, &ini](const auto &element) {
+    const auto elements = SkinElement::all();
+    const auto wrong = std::ranges::find_if_not(elements, [this, &ini](const auto &element) {
         return (m_textMode && element.skippedInTextMode) || m_objects.read(element, ini);
     });
+    if (wrong == elements.end())
+        return true;
+    tellWrong(m_name, *wrong);
+    return false;
 }
 
 void SkinEngine::readMinimiseZone(const IniFile &ini)

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void exactNameOfTheSkinsFolderComesFirst();
     void fileInPlaceOfTheSkinsFolderIsNone();
     void missingWidthOfTheCloseButtonIsAnError();
+    void theFirstElementThatIsWrongIsNamedForItsAuthor();
     void visibleComparesWithoutCase();
     void textModeOneNeedsFourElementsLess();
     void otherTextModesNeedAllElements_data();
@@ -156,6 +157,23 @@ void TestSkinEngine::missingWidthOfTheCloseButtonIsAnError()
     scene.engine().SetSkin(Blue);
     QCOMPARE(scene.messages().all, one(Invalid, Blue));
     QVERIFY(scene.isBuiltIn());
+}
+
+void TestSkinEngine::theFirstElementThatIsWrongIsNamedForItsAuthor()
+{
+    const auto expect = [](const char *removed, const char *warning) {
+        SkinScene scene;
+        scene.addSkin("Blue", SkinText()
+                                  .remove(QString::fromLatin1(removed))
+                                  .remove(QStringLiteral("ClassicAboutCloseWidth")));
+        QTest::ignoreMessage(QtWarningMsg, warning);
+        scene.engine().SetSkin(Blue);
+        QCOMPARE(scene.messages().all, one(Invalid, Blue));
+    };
+    expect("ClassicBtnNextHeight", "Blue/Info.ssk: BtnNext in [Liste] lacks a Classic value");
+    expect("ClassicInfoPicture", "Blue/Info.ssk: Info in [Info] lacks its picture");
+    expect("ClassicMainWidth",
+           "Blue/Info.ssk: Main in [FormMain] lacks its picture or a Classic size");
 }
 
 void TestSkinEngine::visibleComparesWithoutCase()
