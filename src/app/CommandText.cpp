@@ -1,11 +1,15 @@
 #include "app/CommandText.h"
 
+#include "ui/CommandItems.h"
+
 #include <QFileInfo>
 #include <QUrl>
 
 namespace Quorlin {
 
 namespace {
+
+constexpr QLatin1Char Separator(',');
 
 /// The path of a "file:" address on this machine; empty for everything else.
 QString pathOfAddress(const QString &argument)
@@ -41,12 +45,31 @@ QString item(const QString &argument, const QString &folder)
 
 } // namespace
 
-QString CommandText::make(const QStringList &arguments, const QString &folder)
+QStringList CommandText::items(const QStringList &arguments, const QString &folder)
 {
     QStringList items;
     for (const auto &argument : arguments)
         items.append(item(argument, folder));
-    return items.join(QLatin1Char(','));
+    return items;
+}
+
+QString CommandText::make(const QStringList &arguments, const QString &folder)
+{
+    return items(arguments, folder).join(Separator);
+}
+
+QStringList CommandText::parts(const QStringList &items, qsizetype most)
+{
+    const auto hasVerb = CommandItems::verbOf(items) != CommandItems::Verb::None;
+    const auto start = hasVerb ? items.first() + Separator : QString();
+    QStringList texts;
+    for (const auto &item : hasVerb ? items.mid(1) : items) {
+        if (!texts.isEmpty() && texts.last().size() + 1 + item.size() <= most)
+            texts.last() += Separator + item;
+        else
+            texts.append(start + item);
+    }
+    return texts.isEmpty() ? items : texts;
 }
 
 } // namespace Quorlin

@@ -1,6 +1,7 @@
 #include "app/ModMain.h"
 
 #include "app/CommandText.h"
+#include "app/HandoffFrame.h"
 #include "app/SystemServices.h"
 #include "app/mdlMultipleInstanceDialog.h"
 #include "convert/mdlOpenFile.h"
@@ -73,13 +74,15 @@ public:
     AppTextSource texts;
 };
 
-/// Gives the documents to the instance that runs already.
+/// Gives the documents to the instance that runs already, in several texts when one has no room
+/// for them.
 /// @return the exit code; nothing when that instance has ended meanwhile and this is now the first.
-std::optional<int> handOver(const QString &commandText, MessageService &messages)
+std::optional<int> handOver(const QStringList &items, MessageService &messages)
 {
     switch (mdlMultipleInstanceDialog::WaitForServer()) {
     case ServerSearch::Result::ServerFound:
-        mdlMultipleInstanceDialog::SendData(commandText);
+        for (const auto &text : CommandText::parts(items, HandoffFrame::MostCharacters))
+            mdlMultipleInstanceDialog::SendData(text);
         return 0;
     case ServerSearch::Result::NotAnswering:
         messages.show(QStringLiteral("L'application Quorlin ne répond pas."), MessageStyle::Plain,
@@ -192,7 +195,7 @@ int Main(const QStringList &arguments)
     const auto commandText = CommandText::make(arguments);
     const auto isFirst = !mdlMultipleInstanceDialog::PrevInstance();
     if (!isFirst && !commandText.isEmpty()) {
-        if (const auto code = handOver(commandText, messages))
+        if (const auto code = handOver(CommandText::items(arguments), messages))
             return *code;
     }
     return showWindow(*registry, messages, commandText, isFirst);

@@ -8,6 +8,7 @@
 #include "winsupport/TextSource.h"
 
 #include <QFile>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cmath>
@@ -164,6 +165,7 @@ void JobDriver::merge()
 /// are still copied: this works on a list of its own, and leaves a window alone that works again.
 void JobDriver::deliverEach()
 {
+    const QScopedValueRollback delivering(m_isDelivering, true);
     for (const auto &entry : entriesOf(m_parts.distiller)) {
         const auto isThere = ResultDelivery::fileExists(entry.OutputFilename());
         if (isThere)

@@ -44,6 +44,9 @@ public:
     /// are none.
     void LblConvert_Click();
 
+    /// The results of a job are being delivered one by one; from the first on, the window is idle.
+    [[nodiscard]] bool isDelivering() const { return m_isDelivering; }
+
 private:
     void SetWorkingMode(bool busy);
     void EndJob(bool success);
@@ -68,6 +71,7 @@ private:
 
     Parts m_parts;
     const ConversionSettings &m_settings;
+    bool m_isDelivering = false;
 };
 
 } // namespace Quorlin

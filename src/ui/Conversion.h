@@ -36,6 +36,8 @@ public:
     void warm() { m_client.warm(); }
     /// Starts a job with the documents of the window.
     void LblConvert_Click() { m_driver.LblConvert_Click(); }
+    /// Results of a job are still on their way, though the window may be idle already.
+    [[nodiscard]] bool isDelivering() const { return m_driver.isDelivering(); }
 
 private:
     ComponentClient m_client;

@@ -9,6 +9,7 @@
 #include "ui/Arrivals.h"
 #include "ui/CommandItems.h"
 #include "ui/Conversion.h"
+#include "ui/ConvertRequests.h"
 #include "ui/DocumentFilter.h"
 #include "ui/FileDialogs.h"
 #include "ui/FileList.h"
@@ -16,22 +17,21 @@
 #include "ui/ListCommands.h"
 #include "ui/ListMenu.h"
 #include "ui/QualityChoice.h"
+#include "ui/WindowPlace.h"
 #include "ui/WindowServices.h"
 #include "ui/frmAbout.h"
 #include "ui/mdlPartner.h"
 #include "winsupport/MessageService.h"
 #include "winsupport/TextSource.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QShortcut>
 
-#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <utility>
@@ -40,20 +40,9 @@ namespace Quorlin {
 
 namespace {
 
-/// Of a remembered place, so much must be on a screen: enough of the title bar to take hold of.
-constexpr QSize LeastVisible(80, 24);
-
 /// After this, Convert takes the documents that are in the list: a folder of a network that does
 /// not answer must not keep the others from being converted.
 constexpr std::chrono::seconds LongestWait(2);
-
-bool isOnAScreen(const QPoint &place)
-{
-    const auto screens = QGuiApplication::screens();
-    return std::ranges::any_of(screens, [&place](const QScreen *screen) {
-        return screen->availableGeometry().contains(QRect(place, LeastVisible));
-    });
-}
 
 } // namespace
 
@@ -61,29 +50,25 @@ frmMain::frmMain(const Surroundings &surroundings)
     : m_surroundings(surroundings), m_settings(surroundings.registry, surroundings.programFolder),
       m_list(*LstFile),
       m_controls(std::make_unique<JobControls>(*this, m_list, surroundings.dialogs)),
-      m_arrivals(std::make_unique<Arrivals>(m_list, surroundings.messages, surroundings.texts,
-                                            [this] { return AtWork(); })),
+      m_refused(surroundings.messages, surroundings.texts),
+      m_requests(std::make_unique<ConvertRequests>(
+          m_list, m_refused,
+          ConvertRequests::Window{[this] { return isFree(); }, [this] { convertNow(); }})),
+      m_arrivals(std::make_unique<Arrivals>(
+          m_list, m_refused, [this] { return AtWork() || m_requests->isPending(); })),
       menu_app(new AppMenu(this)), menu_lst(new ListMenu(this)),
       m_listCommands(
           std::make_unique<ListCommands>(*this, m_list, *menu_lst, [this] { return AtWork(); })),
       m_appearance(std::make_unique<Appearance>(*this, *menu_app, *menu_lst, surroundings.texts))
 {
-    tFiles.setInterval(0);
-    connect(&tFiles, &QTimer::timeout, this, &frmMain::tFiles_Timer);
     connect(m_controls.get(), &JobControls::workingModeChanged, this, &frmMain::workingModeChanged);
-    connect(m_arrivals.get(), &Arrivals::settled, this, [this] {
-        if (m_patience.isActive())
-            convertNow();
-    });
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(LongestWait);
-    connect(&m_patience, &QTimer::timeout, this, &frmMain::convertNow);
     connect(m_appearance.get(), &Appearance::languageChanged, this, &frmMain::showQualities);
     connect(m_appearance.get(), &Appearance::skinChanged, m_controls.get(),
             &JobControls::showState);
     connectButtons();
     connectOptions();
     connectList();
+    connectArrivals();
 }
 
 frmMain::~frmMain()
@@ -124,12 +109,27 @@ void frmMain::connectOptions()
 void frmMain::connectList()
 {
     connect(m_listCommands.get(), &ListCommands::addAsked, this, &frmMain::ss_lst_add_Click);
+    connect(m_listCommands.get(), &ListCommands::cleared, m_requests.get(),
+            &ConvertRequests::cancel);
     connect(m_listCommands.get(), &ListCommands::cleared, m_arrivals.get(), &Arrivals::cancel);
     connect(m_listCommands.get(), &ListCommands::openAsked, this, &frmMain::openFile);
     connect(LstFile, &FileList::filesDropped, this, [this](const QStringList &paths) {
         if (!AtWork())
             m_arrivals->add(paths);
     });
+}
+
+void frmMain::connectArrivals()
+{
+    connect(&m_received, &ReceivedTexts::due, this, &frmMain::AddCommandLineFiles);
+    connect(m_requests.get(), &ConvertRequests::settled, m_arrivals.get(), &Arrivals::takeWaiting);
+    connect(m_arrivals.get(), &Arrivals::settled, this, [this] {
+        if (m_patience.isActive())
+            convertNow();
+    });
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(LongestWait);
+    connect(&m_patience, &QTimer::timeout, this, &frmMain::convertNow);
 }
 
 bool frmMain::load()
@@ -199,11 +199,8 @@ void frmMain::warmUp()
 
 void frmMain::restorePosition()
 {
-    const auto place = m_settings.position();
-    if (place && isOnAScreen(*place))
+    if (const auto place = WindowPlace::choose(m_settings.position(), size()))
         move(*place);
-    else if (const auto *const screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - rect().center());
 }
 
 bool frmMain::AtWork() const
@@ -230,12 +227,23 @@ void frmMain::showQualities()
 
 void frmMain::AddCommandLineFiles(const QString &text)
 {
-    m_arrivals->add(CommandItems::split(text));
+    const auto items = CommandItems::split(text);
+    if (CommandItems::verbOf(items) == CommandItems::Verb::Print)
+        m_requests->add(items);
+    else
+        m_arrivals->add(items);
 }
 
 bool frmMain::isTakingIn() const
 {
-    return m_arrivals->isBusy();
+    return m_arrivals->isBusy() || m_requests->isBusy();
+}
+
+/// Nothing happens by itself under a message or a menu, nor before all results are delivered.
+bool frmMain::isFree() const
+{
+    return m_conversion && !m_conversion->isDelivering() && !AtWork() && !m_refused.isTelling() &&
+           !QApplication::activePopupWidget();
 }
 
 void frmMain::ReadPendingFile()
@@ -247,34 +255,13 @@ void frmMain::ReadPendingFile()
 
 void frmMain::ReceiveMessage(const QString &Message)
 {
-    if (!m_hasBeenShown) {
-        m_earlyTexts.append(Message);
-        return;
-    }
-    if (!m_pendingText.isEmpty()) {
-        m_pendingText += QLatin1Char(';') + Message;
-        return;
-    }
-    m_pendingText = Message;
-    tFiles.start();
+    m_received.receive(Message);
 }
 
-void frmMain::tFiles_Timer()
-{
-    tFiles.stop();
-    AddCommandLineFiles(std::exchange(m_pendingText, {}));
-}
-
-/// The program empties the list when it has shown the window.
 void frmMain::showEvent(QShowEvent *event)
 {
     MainForm::showEvent(event);
-    if (std::exchange(m_hasBeenShown, true))
-        return;
-    QTimer::singleShot(0, this, [this] {
-        for (const auto &text : std::exchange(m_earlyTexts, {}))
-            AddCommandLineFiles(text);
-    });
+    m_received.windowShown();
 }
 
 void frmMain::ss_lst_add_Click()
@@ -310,6 +297,7 @@ void frmMain::openFile(const QString &fileName)
 
 void frmMain::workingModeChanged(bool working)
 {
+    m_requests->workingModeChanged(working);
     if (working)
         return;
     m_arrivals->takeWaiting();
@@ -380,6 +368,7 @@ void frmMain::unload()
     if (std::exchange(m_isUnloaded, true))
         return;
     m_patience.stop();
+    m_requests->cancel();
     m_surroundings.services.pUnhook();
     for (auto *const about : findChildren<frmAbout *>())
         about->close();

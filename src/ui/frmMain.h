@@ -5,6 +5,8 @@
 #include "ui/DocumentList.h"
 #include "ui/MainForm.h"
 #include "ui/MainSurroundings.h"
+#include "ui/ReceivedTexts.h"
+#include "ui/RefusedFiles.h"
 #include "ui/UserSettings.h"
 
 #include <QTimer>
@@ -18,6 +20,7 @@ class AppMenu;
 class Appearance;
 class Arrivals;
 class Conversion;
+class ConvertRequests;
 class JobControls;
 class ListCommands;
 class ListMenu;
@@ -67,7 +70,8 @@ public:
     [[nodiscard]] QString Language() const;
     void Language(const QString &name);
 
-    /// Adds the documents and folders that a command text names, separated by ",".
+    /// Adds the documents and folders that a command text names, separated by ",". With "/p" in
+    /// front of them they are converted, unless the user has gathered others.
     void AddCommandLineFiles(const QString &text);
     /// Not everything that was added has been looked at yet.
     [[nodiscard]] bool isTakingIn() const;
@@ -99,9 +103,11 @@ protected:
 private:
     [[nodiscard]] bool loadSteps();
     [[nodiscard]] bool makeComponent();
+    [[nodiscard]] bool isFree() const;
     void connectButtons();
     void connectOptions();
     void connectList();
+    void connectArrivals();
     void unload();
     void saveSettings();
     void restorePosition();
@@ -110,7 +116,6 @@ private:
     void openFile(const QString &fileName);
     void workingModeChanged(bool working);
     void showQualities();
-    void tFiles_Timer();
     void ss_lst_add_Click();
     void ss_app_about_Click();
     void LblHelp_Click();
@@ -119,6 +124,9 @@ private:
     UserSettings m_settings;
     DocumentList m_list;
     std::unique_ptr<JobControls> m_controls;
+    RefusedFiles m_refused;
+    ReceivedTexts m_received;
+    std::unique_ptr<ConvertRequests> m_requests;
     std::unique_ptr<Arrivals> m_arrivals;
     AppMenu *menu_app;
     ListMenu *menu_lst;
@@ -127,12 +135,8 @@ private:
     std::optional<ConversionSettings> m_conversionSettings;
     std::unique_ptr<Conversion> m_conversion;
     WidgetSkinWindow m_skinWindow{*this};
-    QTimer tFiles;
-    QTimer m_patience;        ///< runs when Convert was pressed while documents still arrive
-    QString m_pendingText;    ///< from other starts, not handled yet
-    QStringList m_earlyTexts; ///< from other starts, before the window was shown
+    QTimer m_patience; ///< runs when Convert was pressed while documents still arrive
     bool m_isLoaded = false;
-    bool m_hasBeenShown = false;
     bool m_endedBySystem = false;
     bool m_isUnloaded = false;
     int m_startMode = 0;

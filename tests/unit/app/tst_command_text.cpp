@@ -26,6 +26,14 @@ private Q_SLOTS:
     void keepsOtherAddresses();
     void takesAFileThatIsNamedLikeAnAddress();
     void worksWithoutAWorkingFolder();
+    void whatHasRoomStaysOneText_data();
+    void whatHasRoomStaysOneText();
+    void aLongSelectionBecomesSeveralTexts();
+    void eachTextBeginsWithTheVerb_data();
+    void eachTextBeginsWithTheVerb();
+    void aTextMayBeExactlyFull();
+    void anItemWithoutRoomStaysAlone();
+    void aPathWithACommaIsNotDivided();
 
 private:
     TestFolder m_folder;
@@ -135,6 +143,78 @@ void CommandTextTest::takesAFileThatIsNamedLikeAnAddress()
 void CommandTextTest::worksWithoutAWorkingFolder()
 {
     QCOMPARE(CommandText::make({QStringLiteral("a.doc")}, {}), QStringLiteral("a.doc"));
+}
+
+void CommandTextTest::whatHasRoomStaysOneText_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("one") << QStringList{QStringLiteral("/a.doc")};
+    QTest::newRow("two") << QStringList{QStringLiteral("/a.doc"), QStringLiteral("/b.doc")};
+    QTest::newRow("an empty one") << QStringList{QStringLiteral("/a.doc"), QString()};
+    QTest::newRow("only empty ones") << QStringList{QString(), QString()};
+    QTest::newRow("a verb") << QStringList{QStringLiteral("/n")};
+    QTest::newRow("a verb and more") << QStringList{QStringLiteral("/p"), QStringLiteral("/a.doc")};
+}
+
+void CommandTextTest::whatHasRoomStaysOneText()
+{
+    QFETCH(const QStringList, arguments);
+    QCOMPARE(CommandText::parts(CommandText::items(arguments), 2048),
+             QStringList{CommandText::make(arguments)});
+    QVERIFY(CommandText::parts({}, 2048).isEmpty());
+}
+
+void CommandTextTest::aLongSelectionBecomesSeveralTexts()
+{
+    QStringList items;
+    for (int number = 0; number < 1000; ++number)
+        items.append(QStringLiteral("/a folder/Bericht für Ärzte %1.odt").arg(number));
+    const auto texts = CommandText::parts(items, 2048);
+    QVERIFY(texts.size() > 10);
+    for (const auto &text : texts)
+        QVERIFY(text.size() <= 2048 && (text.size() > 2048 - 100 || text == texts.last()));
+    QCOMPARE(texts.join(QLatin1Char(',')), items.join(QLatin1Char(',')));
+}
+
+void CommandTextTest::eachTextBeginsWithTheVerb_data()
+{
+    QTest::addColumn<QString>("verb");
+    for (const auto *const verb : {"/p", "/a", "/n"})
+        QTest::newRow(verb) << QString::fromLatin1(verb);
+}
+
+void CommandTextTest::eachTextBeginsWithTheVerb()
+{
+    QFETCH(const QString, verb);
+    const auto items = QStringList{verb, QStringLiteral("/one.doc"), QStringLiteral("/two.doc"),
+                                   QStringLiteral("/three.doc")};
+    QCOMPARE(CommandText::parts(items, 21),
+             QStringList({verb + QStringLiteral(",/one.doc,/two.doc"),
+                          verb + QStringLiteral(",/three.doc")}));
+}
+
+void CommandTextTest::aTextMayBeExactlyFull()
+{
+    const QStringList items{QStringLiteral("/1.ps"), QStringLiteral("/2.ps")};
+    QCOMPARE(CommandText::parts(items, 11).size(), 1);
+    QCOMPARE(CommandText::parts(items, 10), items);
+}
+
+/// Whoever sends it cuts it.
+void CommandTextTest::anItemWithoutRoomStaysAlone()
+{
+    const QString endless(3000, QLatin1Char('x'));
+    QCOMPARE(CommandText::parts({QStringLiteral("/a"), QStringLiteral("/a.doc"), endless,
+                                 QStringLiteral("/b.doc")},
+                                2048),
+             QStringList({QStringLiteral("/a,/a.doc"), QStringLiteral("/a,") + endless,
+                          QStringLiteral("/a,/b.doc")}));
+}
+
+void CommandTextTest::aPathWithACommaIsNotDivided()
+{
+    const QStringList items{QStringLiteral("/a.doc"), QStringLiteral("/one,two.doc")};
+    QCOMPARE(CommandText::parts(items, 14), items);
 }
 
 QTEST_GUILESS_MAIN(CommandTextTest)
