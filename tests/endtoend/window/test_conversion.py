@@ -1,17 +1,14 @@
 """A conversion, from the documents dropped onto the window to the results that are shown."""
 
-import os
 import shutil
-import signal
 import subprocess
 import sys
-from contextlib import contextmanager
 from pathlib import Path
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from harness.hardship import process_of  # noqa: E402
+from harness.hardship import stopped  # noqa: E402
 from harness.mainwindow import JOB_SECONDS, MainWindow  # noqa: E402
 from harness.places import EXAMPLES  # noqa: E402
 from harness.waiting import wait_until  # noqa: E402
@@ -91,7 +88,7 @@ class Conversion(ConversionTest):
 
     def test_nothing_can_be_done_while_it_works(self):
         window, _ = self.open(LABELS)
-        with self.stopped("quorlin-pdf"):
+        with stopped(self.desktop, "quorlin-pdf"):
             window.convert()
             window.managed.ask_to_close()
             self.screen.key("Delete", "alt+m", "Insert", "F1")
@@ -111,16 +108,6 @@ class Conversion(ConversionTest):
         self.assertEqual(self.desktop.opened(), [])
         self.assertEqual(self.files(), {LABELS, "Seed labels.pdf"})
         self.assertEqual(window.close(), 0)
-
-    @contextmanager
-    def stopped(self, program):
-        """Keeps a process of this program, which starts with the window, from working."""
-        pid = wait_until(lambda: process_of(self.desktop, program), program)
-        os.kill(pid, signal.SIGSTOP)
-        try:
-            yield
-        finally:
-            os.kill(pid, signal.SIGCONT)
 
 
 class Merge(ConversionTest):

@@ -102,6 +102,17 @@ def process_of(desktop, program):
     return found[0] if len(found) == 1 else None
 
 
+@contextmanager
+def stopped(desktop, program):
+    """Keeps the one process of this program, which is waited for, from working."""
+    pid = wait_until(lambda: process_of(desktop, program), program)
+    os.kill(pid, signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        os.kill(pid, signal.SIGCONT)
+
+
 def kill(pid):
     os.kill(pid, signal.SIGKILL)
 
