@@ -19,6 +19,7 @@ run_packages=(
 test_packages=(
     python3 python3-jsonschema qpdf clang-format shellcheck
     xvfb openbox icewm xdotool dbus-daemon at-spi2-core python3-gi python3-xlib
+    bash-completion man-db
     desktop-file-utils appstream shared-mime-info libglib2.0-bin librsvg2-bin
 )
 
