@@ -46,7 +46,7 @@ MergeOutcome MergeScene::merge(bool bookmarks)
 {
     m_result.reset();
     m_progress.clear();
-    MergeJob job(request(bookmarks), [this](int percent) { m_progress.push_back(percent); });
+    MergeRequest job(request(bookmarks), [this](int percent) { m_progress.push_back(percent); });
     return job.run();
 }
 

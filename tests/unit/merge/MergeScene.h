@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/backends/merge/MergeJob.h"
+#include "component/backends/merge/MergeRequest.h"
 #include "unit/merge/PdfMaker.h"
 
 #include <QStringList>

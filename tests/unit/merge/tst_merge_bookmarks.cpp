@@ -193,7 +193,7 @@ void TestMergeBookmarks::aTitleThatIsMissingIsTakenFromTheFileName()
     auto request = scene.request(true);
     const QJsonObject input{{QStringLiteral("file"), scene.path(QStringLiteral("my.report.pdf"))}};
     request.insert(QStringLiteral("inputs"), QJsonArray{input});
-    QCOMPARE(MergeJob(request, [](int) {}).run().reason, Reason::None);
+    QCOMPARE(MergeRequest(request, [](int) {}).run().reason, Reason::None);
     QCOMPARE(scene.bookmarks(), QStringLiteral("my.report>a1"));
 }
 

@@ -153,7 +153,7 @@ void TestMergeHostile::anOutputFolderThatIsMissingIsReported()
     scene.add(a, QStringLiteral("a"));
     auto request = scene.request(true);
     request.insert(QStringLiteral("output"), scene.path(QStringLiteral("no/such/folder.pdf")));
-    const auto outcome = MergeJob(request, [](int) {}).run();
+    const auto outcome = MergeRequest(request, [](int) {}).run();
     QCOMPARE(outcome.reason, Reason::NotAllowed);
     QVERIFY(outcome.text.contains(QLatin1String("no/such/folder.pdf")));
 }

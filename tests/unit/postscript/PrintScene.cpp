@@ -58,7 +58,7 @@ PrintScene::~PrintScene() = default;
 PrintOutcome PrintScene::print(const QByteArray &pdf, PdfToPs tool)
 {
     m_folder.write("source.pdf", pdf);
-    return PrintJob(std::move(tool)).run(request, [](int) {});
+    return PdfPrinter(std::move(tool)).run(request, [](int) {});
 }
 
 QByteArray PrintScene::postScript() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/backends/postscript/PrintJob.h"
+#include "component/backends/postscript/PdfPrinter.h"
 #include "support/TestFolder.h"
 
 #include <QByteArray>

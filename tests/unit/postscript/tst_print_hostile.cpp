@@ -86,7 +86,7 @@ private Q_SLOTS:
     {
         PrintScene scene;
         scene.request.input = scene.folder().path("nowhere.pdf");
-        QCOMPARE(reasonKey(PrintJob().run(scene.request, [](int) {}).reason),
+        QCOMPARE(reasonKey(PdfPrinter().run(scene.request, [](int) {}).reason),
                  QStringLiteral("not-found"));
     }
 

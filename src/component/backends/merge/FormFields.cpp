@@ -1,5 +1,7 @@
 #include "component/backends/merge/FormFields.h"
 
+#include "component/backends/merge/ArrayItems.h"
+
 #include <set>
 
 namespace Quorlin {
@@ -7,11 +9,6 @@ namespace Quorlin {
 namespace {
 
 constexpr const char *Delimiters = " \t\r\n\f/[](){}<>%";
-
-std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array)
-{
-    return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
-}
 
 /// A default appearance such as "/Helv 12 Tf 0 g" with its resource names replaced.
 std::string withNames(const std::string &appearance,

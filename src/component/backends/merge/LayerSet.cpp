@@ -1,15 +1,12 @@
 #include "component/backends/merge/LayerSet.h"
 
+#include "component/backends/merge/ArrayItems.h"
+
 #include <set>
 
 namespace Quorlin {
 
 namespace {
-
-std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array)
-{
-    return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
-}
 
 std::set<QPDFObjGen> idsOf(const QPDFObjectHandle &array)
 {

@@ -1,11 +1,11 @@
-#include "component/backends/merge/MergeJob.h"
+#include "component/backends/merge/MergeRequest.h"
 #include "component/backends/worker/WorkerLoop.h"
 
 int main()
 {
     Quorlin::WorkerLoop loop;
     const auto handler = [&loop](const QJsonObject &request) {
-        Quorlin::MergeJob job(request, [&loop](int percent) { loop.progress(percent); });
+        Quorlin::MergeRequest job(request, [&loop](int percent) { loop.progress(percent); });
         const auto outcome = job.run();
         return Quorlin::WorkerResult{outcome.reason, outcome.text, outcome.values};
     };

@@ -1,15 +1,12 @@
 #include "component/backends/postscript/CMapReader.h"
 
+#include "component/backends/postscript/PdfBlanks.h"
+
 #include <charconv>
 
 namespace Quorlin {
 
 namespace {
-
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
-}
 
 int hexValue(char c)
 {
@@ -25,18 +22,6 @@ constexpr std::string_view Delimiters = " \n\r\t\f<>[]()/%{}";
 } // namespace
 
 CMapReader::CMapReader(std::string_view text) : m_text(text) {}
-
-void CMapReader::skipBlanks()
-{
-    while (m_position < m_text.size()) {
-        if (m_text[m_position] == '%')
-            m_position = std::min(m_text.find_first_of("\r\n", m_position), m_text.size());
-        else if (isBlank(m_text[m_position]))
-            ++m_position;
-        else
-            return;
-    }
-}
 
 void CMapReader::readHexString()
 {
@@ -75,7 +60,7 @@ CMapReader::Kind CMapReader::readWord()
 
 CMapReader::Kind CMapReader::next()
 {
-    skipBlanks();
+    m_position = pastPdfBlanks(m_text, m_position);
     if (m_position >= m_text.size())
         return Kind::End;
     const char c = m_text[m_position];

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace Quorlin {
 
@@ -25,7 +24,6 @@ public:
     [[nodiscard]] std::uint32_t value() const { return m_value; }
 
 private:
-    void skipBlanks();
     void readHexString();
     Kind readWord();
 

@@ -1,16 +1,13 @@
 #include "component/backends/postscript/ContentScanner.h"
 
+#include "component/backends/postscript/PdfBlanks.h"
+
 #include <algorithm>
 #include <charconv>
 
 namespace Quorlin {
 
 namespace {
-
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
-}
 
 bool isDelimiter(char c)
 {
@@ -33,7 +30,7 @@ bool isDelimiter(char c)
 
 bool isRegular(char c)
 {
-    return !isBlank(c) && !isDelimiter(c);
+    return !isPdfBlank(c) && !isDelimiter(c);
 }
 
 /// Numbers and names are operands, and so are the literals; any other word is an operator.
@@ -81,19 +78,6 @@ void ContentScanner::push(std::string_view operand)
     m_count = std::min(m_count + 1, MaxOperands);
 }
 
-void ContentScanner::skipBlanks()
-{
-    while (m_position < m_content.size()) {
-        const char c = m_content[m_position];
-        if (c == '%')
-            m_position = std::min(m_content.find_first_of("\r\n", m_position), m_content.size());
-        else if (isBlank(c))
-            ++m_position;
-        else
-            return;
-    }
-}
-
 void ContentScanner::skipString()
 {
     std::size_t depth = 0;
@@ -125,7 +109,7 @@ void ContentScanner::skipRegular()
 
 bool ContentScanner::readToken(std::string_view &token)
 {
-    skipBlanks();
+    m_position = pastPdfBlanks(m_content, m_position);
     if (m_position >= m_content.size())
         return false;
     const auto start = m_position;
@@ -166,8 +150,8 @@ void ContentScanner::skipInlineImage()
     for (auto found = m_content.find("EI", m_position); found != std::string_view::npos;
          found = m_content.find("EI", found + 1)) {
         const auto after = found + 2;
-        const bool endsHere = after >= m_content.size() || isBlank(m_content[after]);
-        if (found > 0 && isBlank(m_content[found - 1]) && endsHere && looksLikeContent(after)) {
+        const bool endsHere = after >= m_content.size() || isPdfBlank(m_content[after]);
+        if (found > 0 && isPdfBlank(m_content[found - 1]) && endsHere && looksLikeContent(after)) {
             m_position = after;
             return;
         }

@@ -43,7 +43,6 @@ public:
 private:
     static constexpr std::size_t MaxOperands = 6;
 
-    void skipBlanks();
     void skipString();
     void skipHexString();
     void skipInlineImage();

@@ -3,7 +3,6 @@
 #include "component/backends/postscript/StreamBytes.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace Quorlin::FontRepair {

@@ -4,6 +4,7 @@
 #include "component/backends/postscript/PdfName.h"
 
 #include <algorithm>
+#include <map>
 
 namespace Quorlin {
 

@@ -6,7 +6,6 @@
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 
-#include <map>
 #include <set>
 #include <vector>
 

@@ -1,7 +1,6 @@
 #include "component/backends/postscript/PdfToPs.h"
 
 #include <QProcess>
-#include <QStandardPaths>
 
 namespace Quorlin {
 

@@ -1,4 +1,4 @@
-#include "component/backends/postscript/PrintJob.h"
+#include "component/backends/postscript/PdfPrinter.h"
 #include "component/backends/worker/WorkerLoop.h"
 
 #include <QCoreApplication>
@@ -42,7 +42,7 @@ int main(int argc, char **argv)
         if (request.value(QLatin1String("op")).toString() != QLatin1String("print"))
             return {Reason::EngineFailed, QStringLiteral("Unknown request"), {}};
         const auto outcome =
-            PrintJob().run(readRequest(request), [&](int percent) { loop.progress(percent); });
+            PdfPrinter().run(readRequest(request), [&](int percent) { loop.progress(percent); });
         return {outcome.reason, outcome.text, {{QStringLiteral("pages"), outcome.pages}}};
     });
 }

@@ -1,4 +1,4 @@
-#include "component/backends/postscript/PrintJob.h"
+#include "component/backends/postscript/PdfPrinter.h"
 
 #include "component/backends/postscript/PostScriptSplice.h"
 #include "component/backends/postscript/PostScriptText.h"
@@ -98,9 +98,9 @@ private:
 
 } // namespace
 
-PrintJob::PrintJob(PdfToPs tool) : m_tool(std::move(tool)) {}
+PdfPrinter::PdfPrinter(PdfToPs tool) : m_tool(std::move(tool)) {}
 
-PrintOutcome PrintJob::run(const PrintRequest &request, const Progress &progress)
+PrintOutcome PdfPrinter::run(const PrintRequest &request, const Progress &progress)
 {
     PrintCopy document;
     auto reason = document.open(request.input, request.foreign);
@@ -116,8 +116,8 @@ PrintOutcome PrintJob::run(const PrintRequest &request, const Progress &progress
     return print(request, progress, document, copy.fileName());
 }
 
-PrintOutcome PrintJob::print(const PrintRequest &request, const Progress &progress,
-                             PrintCopy &document, const QString &copy)
+PrintOutcome PdfPrinter::print(const PrintRequest &request, const Progress &progress,
+                               PrintCopy &document, const QString &copy)
 {
     const auto &pages = document.inventory().pages;
     const int count = static_cast<int>(pages.size());

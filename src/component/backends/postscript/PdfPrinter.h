@@ -34,12 +34,12 @@ struct PrintOutcome
 
 /// Prints a PDF to PostScript that a distiller turns back into a PDF with the same text, links,
 /// bookmarks and transparency.
-class PrintJob
+class PdfPrinter
 {
 public:
     using Progress = std::function<void(int percent)>;
 
-    explicit PrintJob(PdfToPs tool = PdfToPs());
+    explicit PdfPrinter(PdfToPs tool = PdfToPs());
 
     /// Blocks until the output is whole. After a failure there is no output.
     [[nodiscard]] PrintOutcome run(const PrintRequest &request, const Progress &progress);

@@ -1,7 +1,7 @@
-#include "component/backends/merge/MergeJob.h"
+#include "component/backends/merge/MergeRequest.h"
 
+#include "component/backends/merge/DocumentJoiner.h"
 #include "component/backends/merge/MergeFailure.h"
-#include "component/backends/merge/PdfMerger.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -23,12 +23,12 @@ QString titleOf(const QJsonObject &input)
 
 } // namespace
 
-MergeJob::MergeJob(const QJsonObject &request, std::function<void(int)> progress)
+MergeRequest::MergeRequest(const QJsonObject &request, std::function<void(int)> progress)
     : m_request(request), m_progress(std::move(progress))
 {
 }
 
-MergeOutcome MergeJob::run()
+MergeOutcome MergeRequest::run()
 {
     const auto wrong = refusal();
     if (!wrong.isEmpty())
@@ -44,7 +44,7 @@ MergeOutcome MergeJob::run()
     }
 }
 
-QString MergeJob::refusal() const
+QString MergeRequest::refusal() const
 {
     if (m_request.value(QLatin1String("op")).toString() != QLatin1String("merge"))
         return QStringLiteral("the request is not a merge");
@@ -55,27 +55,27 @@ QString MergeJob::refusal() const
     return {};
 }
 
-MergeOutcome MergeJob::merge()
+MergeOutcome MergeRequest::merge()
 {
     const auto inputs = m_request.value(QLatin1String("inputs")).toArray();
     const bool hasEntries = m_request.value(QLatin1String("bookmarks")).toBool();
-    PdfMerger merger;
+    DocumentJoiner joiner;
     for (const auto &value : inputs) {
         const auto input = value.toObject();
         const auto file = input.value(QLatin1String("file")).toString();
         ++m_index;
         m_fileName = file;
-        merger.append(file, hasEntries ? std::optional(titleOf(input)) : std::nullopt);
+        joiner.append(file, hasEntries ? std::optional(titleOf(input)) : std::nullopt);
         m_progress(static_cast<int>(ReadingShare * m_index / inputs.size()));
     }
     m_index = 0;
-    merger.write(m_request.value(QLatin1String("output")).toString(), [this](int percent) {
+    joiner.write(m_request.value(QLatin1String("output")).toString(), [this](int percent) {
         m_progress(ReadingShare + percent * (100 - ReadingShare) / 100);
     });
-    return {Reason::None, {}, {{QStringLiteral("pages"), merger.pages()}}};
+    return {Reason::None, {}, {{QStringLiteral("pages"), joiner.pages()}}};
 }
 
-MergeOutcome MergeJob::failed(Reason reason, const QString &text) const
+MergeOutcome MergeRequest::failed(Reason reason, const QString &text) const
 {
     if (m_index == 0)
         return {reason, text, {}};

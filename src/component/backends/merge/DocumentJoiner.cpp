@@ -1,4 +1,4 @@
-#include "component/backends/merge/PdfMerger.h"
+#include "component/backends/merge/DocumentJoiner.h"
 
 #include "component/backends/merge/KeyedTree.h"
 #include "component/backends/merge/MergeFailure.h"
@@ -7,18 +7,16 @@
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFWriter.hh>
 
-#include <algorithm>
-
 namespace Quorlin {
 
-PdfMerger::PdfMerger() : m_outlines(m_pdf), m_fields(m_pdf)
+DocumentJoiner::DocumentJoiner() : m_outlines(m_pdf), m_fields(m_pdf)
 {
     m_pdf.emptyPDF();
     m_pdf.setSuppressWarnings(true);
     m_pageRoot = m_pdf.getRoot().getKey("/Pages");
 }
 
-void PdfMerger::append(const QString &path, const std::optional<QString> &title)
+void DocumentJoiner::append(const QString &path, const std::optional<QString> &title)
 {
     const auto bytes = std::make_shared<const FileBytes>(path);
     m_files.push_back(bytes);
@@ -30,7 +28,7 @@ void PdfMerger::append(const QString &path, const std::optional<QString> &title)
     }
 }
 
-void PdfMerger::appendDocument(SourceDocument &source, const std::optional<QString> &title)
+void DocumentJoiner::appendDocument(SourceDocument &source, const std::optional<QString> &title)
 {
     DestinationNames names(source, m_destinations);
     ObjectCopier copier(source, m_pdf, names, m_shared);
@@ -53,7 +51,7 @@ void PdfMerger::appendDocument(SourceDocument &source, const std::optional<QStri
     m_version.updateIfGreater(source.version());
 }
 
-QPDFObjectHandle PdfMerger::addPageNode(long long count)
+QPDFObjectHandle DocumentJoiner::addPageNode(long long count)
 {
     auto node = QPDFObjectHandle::newDictionary();
     node.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
@@ -63,7 +61,7 @@ QPDFObjectHandle PdfMerger::addPageNode(long long count)
     return m_pageNodes.back();
 }
 
-void PdfMerger::addNames(SourceDocument &source, DestinationNames &names, ObjectCopier &copier)
+void DocumentJoiner::addNames(SourceDocument &source, DestinationNames &names, ObjectCopier &copier)
 {
     for (const auto &[name, target] : names.targets())
         m_destinations.setValue(name, copier.copyNamedTarget(target));
@@ -82,7 +80,7 @@ void PdfMerger::addNames(SourceDocument &source, DestinationNames &names, Object
     }
 }
 
-void PdfMerger::keepFirst(SourceDocument &source, ObjectCopier &copier)
+void DocumentJoiner::keepFirst(SourceDocument &source, ObjectCopier &copier)
 {
     m_information.emplace(source, copier);
     for (const auto *key : {"/Lang", "/PageLayout", "/ViewerPreferences"})
@@ -97,7 +95,7 @@ void PdfMerger::keepFirst(SourceDocument &source, ObjectCopier &copier)
         m_pdf.getRoot().replaceKey("/OpenAction", copier.copy(action));
 }
 
-void PdfMerger::finish()
+void DocumentJoiner::finish()
 {
     auto root = m_pdf.getRoot();
     finishPageTree();
@@ -116,13 +114,13 @@ void PdfMerger::finish()
         m_information->write(m_pdf);
 }
 
-void PdfMerger::finishPageTree()
+void DocumentJoiner::finishPageTree()
 {
     m_pageRoot.replaceKey("/Kids", QPDFObjectHandle::newArray(m_pageNodes));
     m_pageRoot.replaceKey("/Count", QPDFObjectHandle::newInteger(m_pageCount));
 }
 
-void PdfMerger::finishNames()
+void DocumentJoiner::finishNames()
 {
     auto names = QPDFObjectHandle::newDictionary();
     if (!m_destinations.values().empty())
@@ -133,7 +131,7 @@ void PdfMerger::finishNames()
         m_pdf.getRoot().replaceKey("/Names", names);
 }
 
-void PdfMerger::write(const QString &path, const std::function<void(int)> &progress)
+void DocumentJoiner::write(const QString &path, const std::function<void(int)> &progress)
 {
     finish();
     OutputFile file(path);

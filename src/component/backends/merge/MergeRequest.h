@@ -19,11 +19,11 @@ struct MergeOutcome
 
 /// One request of the merge worker: {"op":"merge","inputs":[{"file":…,"title":…}],"output":…,
 /// "bookmarks":true}.
-class MergeJob
+class MergeRequest
 {
 public:
     /// @param progress called with 0 to 100 after each document and while writing.
-    MergeJob(const QJsonObject &request, std::function<void(int)> progress);
+    MergeRequest(const QJsonObject &request, std::function<void(int)> progress);
 
     [[nodiscard]] MergeOutcome run();
 

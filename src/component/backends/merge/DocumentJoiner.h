@@ -22,14 +22,14 @@ namespace Quorlin {
 
 /// Joins documents into one, page after page, with what leads to the pages: bookmarks, links,
 /// named destinations, page labels, form fields, layers, attachments.
-class PdfMerger
+class DocumentJoiner
 {
 public:
-    PdfMerger();
-    PdfMerger(const PdfMerger &) = delete;
-    PdfMerger &operator=(const PdfMerger &) = delete;
+    DocumentJoiner();
+    DocumentJoiner(const DocumentJoiner &) = delete;
+    DocumentJoiner &operator=(const DocumentJoiner &) = delete;
 
-    /// Appends a document. Throws MergeFailure; the merger is of no more use then.
+    /// Appends a document. Throws MergeFailure; the joiner is of no more use then.
     /// @param title the document's own top-level bookmark; nothing: its bookmarks stand at the
     ///        top level themselves.
     void append(const QString &path, const std::optional<QString> &title);
