@@ -92,6 +92,9 @@ function(quorlin_use_precompiled target precompiled)
   endif()
 endfunction()
 
+# Tests are linked by the quicker linker where there is one: it takes a quarter of the time.
+find_program(QUORLIN_GOLD ld.gold)
+
 # Whether a target has to do with windows, by the libraries that it links.
 function(quorlin_has_windows result)
   set(${result} FALSE PARENT_SCOPE)
@@ -121,15 +124,42 @@ function(quorlin_program name)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} quorlin_options quorlin_hardening)
 endfunction()
 
+# quorlin_moc(TARGET SOURCES …): the toolkit's compiler for exactly those sources that declare an
+# object, told apart when the build is configured. AUTOMOC would look at all of them in a step of its
+# own and compile one source more for each target, which is a third of what a small test costs.
+function(quorlin_moc target)
+  cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF)
+  set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}_moc")
+  foreach(source ${ARG_SOURCES})
+    get_filename_component(stem "${source}" NAME_WE)
+    file(STRINGS "${source}" objects REGEX "^ *Q_OBJECT$")
+    if(objects AND source MATCHES "\\.cpp$")
+      set(made "${folder}/${stem}.moc")
+    elseif(objects)
+      set(made "${folder}/moc_${stem}.cpp")
+    else()
+      continue()
+    endif()
+    qt_generate_moc("${source}" "${made}" TARGET ${target})
+    target_sources(${target} PRIVATE "${made}")
+  endforeach()
+  target_include_directories(${target} PRIVATE "${folder}")
+endfunction()
+
 # quorlin_test(NAME SOURCES … LINKS … [LABELS …] [TIMEOUT seconds]): one Qt Test program.
 function(quorlin_test name)
   cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  quorlin_moc(${name} SOURCES ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/src" "${CMAKE_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE Qt6::Test ${ARG_LINKS} quorlin_options)
   target_compile_definitions(${name} PRIVATE
     QUORLIN_BIN_DIR="${CMAKE_BINARY_DIR}/bin" QUORLIN_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_compile_options(${name} PRIVATE ${QUORLIN_TEST_OPTIONS})
+  if(QUORLIN_GOLD)
+    target_link_options(${name} PRIVATE -fuse-ld=gold)
+  endif()
   quorlin_has_windows(has_windows ${ARG_LINKS})
   if(has_windows)
     quorlin_use_precompiled(${name} quorlin_precompiled_window_tests)
