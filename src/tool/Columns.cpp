@@ -62,4 +62,12 @@ QString shortened(const QString &text, int width)
     return begin + QStringLiteral("…") + end;
 }
 
+QString cut(const QString &text, int width)
+{
+    if (widthOf(text) <= width)
+        return text;
+    auto clusters = clustersOf(text);
+    return takeFitting(clusters, width - 1, false) + QStringLiteral("…");
+}
+
 } // namespace Quorlin::Columns

@@ -17,6 +17,9 @@ namespace Columns {
 /// @param width from 1.
 [[nodiscard]] QString shortened(const QString &text, int width);
 
+/// The same for a sentence, which loses its end.
+[[nodiscard]] QString cut(const QString &text, int width);
+
 } // namespace Columns
 
 } // namespace Quorlin

@@ -4,6 +4,7 @@
 #include "tool/Forecast.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace Quorlin {
 
@@ -43,8 +44,9 @@ void ConvertTool::start()
 {
     if (!m_settings)
         giveUp(SomeFailed, QStringLiteral("%1/Quorlin.ini cannot be read").arg(m_programFolder));
-    else if (QDir::currentPath().isEmpty())
-        giveUp(SomeFailed, QStringLiteral("the current folder is gone; go to another one first"));
+    else if (!QFileInfo::exists(QDir::currentPath()))
+        giveUp(SomeFailed, QStringLiteral("the current folder is gone or its name is not UTF-8; go "
+                                          "to another one first"));
     else if (m_options.lists.isEmpty())
         begin();
     else
@@ -56,17 +58,37 @@ void ConvertTool::begin()
     if (m_over)
         return;
     gather();
-    const auto &folder = m_options.outputFolder;
     if (const auto error = wrongUse(); !error.isEmpty())
         giveUp(WrongUse, error);
     else if (m_report.documents.isEmpty())
         giveUp(SomeFailed, QStringLiteral("there is nothing to convert"));
     else if (m_options.dryRun)
         forecast();
-    else if (!folder.isEmpty() && !QDir().mkpath(folder))
-        giveUp(SomeFailed, QStringLiteral("the folder %1 cannot be made").arg(folder));
+    else if (const auto obstacle = obstacleToAll(); obstacle.reason != Reason::None)
+        giveUpAll(obstacle);
     else
         convert();
+}
+
+Delivery::Outcome ConvertTool::obstacleToAll() const
+{
+    const auto &folder = m_options.outputFolder;
+    if (!folder.isEmpty() && !QDir().mkpath(folder))
+        return {Reason::NotAllowed, QStringLiteral("the folder %1 cannot be made").arg(folder)};
+    if (m_options.merges())
+        return Delivery::obstacleAt(m_options.mergeTarget());
+    return folder.isEmpty() ? Delivery::Outcome() : Delivery::obstacleIn(folder);
+}
+
+void ConvertTool::giveUpAll(const Delivery::Outcome &obstacle)
+{
+    for (auto &document : m_report.documents) {
+        if (document.failed())
+            continue;
+        document.reason = obstacle.reason;
+        document.text = obstacle.text;
+    }
+    giveUp(SomeFailed, obstacle.text);
 }
 
 void ConvertTool::giveUp(int exitCode, const QString &text)

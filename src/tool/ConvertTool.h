@@ -51,6 +51,9 @@ private:
     [[nodiscard]] QString wrongUse() const;
     void gather();
     void giveUp(int exitCode, const QString &text);
+    /// What no document would get past; the folder of results is made.
+    [[nodiscard]] Delivery::Outcome obstacleToAll() const;
+    void giveUpAll(const Delivery::Outcome &obstacle);
     void forecast();
     void convert();
     void deliver();

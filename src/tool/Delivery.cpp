@@ -72,20 +72,25 @@ bool Delivery::isInput(const QString &path) const
     return !real.isEmpty() && m_inputs.contains(real);
 }
 
-Delivery::Outcome Delivery::obstacleAt(const QString &target) const
+Delivery::Outcome Delivery::obstacleAt(const QString &target)
 {
     const QFileInfo existing(target);
-    const auto folder = existing.absolutePath();
-    const QFileInfo nearest(nearestExisting(folder));
     if (existing.isDir())
         return {Reason::NotAllowed, QStringLiteral("%1 is a folder").arg(target)};
     if (existing.exists() && !(existing.permissions() & WriteBits))
         return {Reason::NotAllowed, QStringLiteral("%1 is write-protected").arg(target)};
+    return obstacleIn(existing.absolutePath());
+}
+
+Delivery::Outcome Delivery::obstacleIn(const QString &folder)
+{
+    const QFileInfo nearest(nearestExisting(QFileInfo(folder).absoluteFilePath()));
     if (nearest.isDir() && nearest.isWritable() && nearest.isExecutable())
         return {};
-    if (nearest.absoluteFilePath() == folder && nearest.isDir())
-        return {Reason::NotAllowed, QStringLiteral("the folder %1 may not be written").arg(folder)};
-    return {Reason::NotAllowed, QStringLiteral("the folder %1 cannot be made").arg(folder)};
+    const bool isThere = nearest.isDir() && QFileInfo::exists(folder);
+    const auto text = isThere ? QStringLiteral("the folder %1 may not be written")
+                              : QStringLiteral("the folder %1 cannot be made");
+    return {Reason::NotAllowed, text.arg(folder)};
 }
 
 Delivery::Outcome Delivery::deliver(const QString &temporary, const QString &target) const

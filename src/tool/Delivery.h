@@ -34,7 +34,10 @@ public:
     [[nodiscard]] bool isInput(const QString &path) const;
 
     /// Why no result could get this path, as far as that shows without writing.
-    [[nodiscard]] Outcome obstacleAt(const QString &target) const;
+    [[nodiscard]] static Outcome obstacleAt(const QString &target);
+
+    /// The same for all results in a folder.
+    [[nodiscard]] static Outcome obstacleIn(const QString &folder);
 
     /// Moves a temporary result to its final name, making the folder when it is missing. The
     /// temporary file is gone afterwards, well or badly.

@@ -16,9 +16,9 @@ QList<DocumentRecord *> aliveOf(Report &report)
     return alive;
 }
 
-void plan(DocumentRecord &document, const QString &target, const Delivery &delivery)
+void plan(DocumentRecord &document, const QString &target)
 {
-    const auto obstacle = delivery.obstacleAt(target);
+    const auto obstacle = Delivery::obstacleAt(target);
     document.reason = obstacle.reason;
     document.text = obstacle.text;
     if (!document.failed())
@@ -41,9 +41,8 @@ void make(Report &report, const Options &options, Delivery &delivery)
             document.text = reasonText(document.reason);
             continue;
         }
-        plan(document,
-             options.merges() ? options.mergeTarget() : delivery.reserveName(places.at(i).result()),
-             delivery);
+        plan(document, options.merges() ? options.mergeTarget()
+                                        : delivery.reserveName(places.at(i).result()));
         if (options.merges() && !document.failed())
             report.mergedFile = document.output;
     }

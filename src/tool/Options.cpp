@@ -1,6 +1,7 @@
 #include "tool/Options.h"
 
 #include "component/protocol/Acceptance.h"
+#include "tool/FileNames.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -31,6 +32,10 @@ QString Options::inconsistency() const
 {
     if (action != Action::Convert)
         return {};
+    for (const auto &name : lists + QStringList{mergeFile, outputFolder, reportFile}) {
+        if (!FileNames::isUtf8(name))
+            return QStringLiteral("the name %1 is not UTF-8").arg(FileNames::legible(name));
+    }
     const auto inNames = wrongNames();
     return inNames.isEmpty() ? wrongTargets() : inNames;
 }

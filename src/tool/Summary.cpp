@@ -18,6 +18,7 @@ namespace {
 
 constexpr int LeastWidth = 40;
 constexpr int Gap = 2;
+constexpr char Failed[] = "failed: ";
 
 enum Column { Document, Size, After, Result, ColumnCount };
 using Row = std::array<QString, ColumnCount>;
@@ -52,7 +53,7 @@ Row rowOf(const DocumentRecord &document, const Report &report)
 {
     Row row;
     row[Document] = Console::harmless(shownPath(document.input));
-    row[Result] = Console::harmless(document.failed() ? QStringLiteral("failed: ") + document.text
+    row[Result] = Console::harmless(document.failed() ? QLatin1String(Failed) + document.text
                                                       : shownPath(document.output));
     if (report.dryRun)
         return row;
@@ -92,7 +93,7 @@ Widths widthsOf(const QList<Row> &rows, int width)
         return widths;
     const int room = std::max(width, LeastWidth) - others;
     if (widths[Document] + widths[Result] > room) {
-        widths[Document] = std::min(widths[Document], std::max(room / 2, room - widths[Result]));
+        widths[Document] = std::min(widths[Document], std::max(room / 3, room - widths[Result]));
         widths[Result] = room - widths[Document];
     }
     return widths;
@@ -106,7 +107,9 @@ QString lineOf(const Row &row, const Widths &widths)
         if (widths[column] > 0)
             cells.append(row.at(column).rightJustified(widths[column]));
     }
-    cells.append(Columns::shortened(row[Result], widths[Result]));
+    const auto fit =
+        row[Result].startsWith(QLatin1String(Failed)) ? Columns::cut : Columns::shortened;
+    cells.append(fit(row[Result], widths[Result]));
     return cells.join(QString(Gap, QLatin1Char(' ')));
 }
 

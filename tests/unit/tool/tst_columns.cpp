@@ -14,6 +14,7 @@ private Q_SLOTS:
     void textsAreFilledUp();
     void longTextsLoseTheirMiddle_data();
     void longTextsLoseTheirMiddle();
+    void sentencesLoseTheirEnd();
     void nothingIsWiderThanItsRoom();
     void marksStayWithTheirLetters();
 };
@@ -72,11 +73,19 @@ void tst_columns::longTextsLoseTheirMiddle()
     QTEST(Columns::shortened(text, room), "shortened");
 }
 
+void tst_columns::sentencesLoseTheirEnd()
+{
+    QCOMPARE(Columns::cut(QStringLiteral("it is gone"), 10), QStringLiteral("it is gone"));
+    QCOMPARE(Columns::cut(QStringLiteral("it is gone"), 6), QStringLiteral("it is…"));
+    QCOMPARE(Columns::cut(QStringLiteral("文書文書"), 6), QStringLiteral("文書…"));
+}
+
 void tst_columns::nothingIsWiderThanItsRoom()
 {
     const auto text = QString::fromUtf8("a文u\u0308b보📄c書d").repeated(3);
     for (int room = 1; room < 50; ++room)
-        QVERIFY(Columns::widthOf(Columns::shortened(text, room)) <= room);
+        QVERIFY(Columns::widthOf(Columns::shortened(text, room)) <= room &&
+                Columns::widthOf(Columns::cut(text, room)) <= room);
 }
 
 void tst_columns::marksStayWithTheirLetters()

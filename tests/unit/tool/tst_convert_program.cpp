@@ -1,3 +1,4 @@
+#include "support/SystemActions.h"
 #include "unit/tool/ToolFolder.h"
 
 #include <QProcess>
@@ -18,6 +19,11 @@ private Q_SLOTS:
     void withoutAComponentItSaysSo();
     void aSignalEndsItCleanly_data();
     void aSignalEndsItCleanly();
+    void namesComeFromStandardInput();
+    void aSignalEndsTheWaitForNames();
+    void closedStreamsAreErrors_data();
+    void closedStreamsAreErrors();
+    void namesThatAreNotUtf8MeanNoOtherFile();
 
 private:
     int run(const QStringList &arguments);
@@ -114,6 +120,82 @@ void tst_convert_program::aSignalEndsItCleanly()
     QCOMPARE(process.exitCode(), 128 + number);
     QVERIFY(m_folder->read(QStringLiteral("log")).endsWith("end\n"));
     QCOMPARE(m_folder->files().size(), before + 1); // the log
+}
+
+void tst_convert_program::namesComeFromStandardInput()
+{
+    m_folder->write("a.txt");
+    m_folder->write("-n.txt");
+    QProcess process;
+    process.start(m_folder->path("convert"), {QStringLiteral("-0T-")});
+    QCOMPARE(process.write("-n.txt\0a.txt", 12), 12);
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(20'000));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("-n.txt -> -n.pdf\na.txt -> a.pdf\n"));
+}
+
+void tst_convert_program::aSignalEndsTheWaitForNames()
+{
+    m_folder->write("a.txt");
+    QProcess process;
+    process.start(m_folder->path("convert"), {QStringLiteral("--files-from"), QStringLiteral("-"),
+                                              QStringLiteral("--json"), QStringLiteral("report")});
+    QVERIFY(process.waitForStarted());
+    QCOMPARE(process.write("a.txt\n"), 6);
+    QVERIFY(!process.waitForFinished(500)); // it waits for more
+    SystemActions::interrupt(process.processId());
+    QVERIFY(process.waitForFinished(10'000));
+    QCOMPARE(process.exitCode(), 130);
+    QVERIFY(m_folder->read(QStringLiteral("report")).contains("\"documents\": 0"));
+    QVERIFY(!m_folder->files().contains(QStringLiteral("a.pdf")));
+}
+
+void tst_convert_program::closedStreamsAreErrors_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("error");
+    const QByteArray full("standard output cannot be written: ");
+    QTest::newRow("output is full") << QStringLiteral("./convert a.txt >/dev/full") << 1 << full;
+    QTest::newRow("output is closed") << QStringLiteral("./convert a.txt >&-") << 1 << full;
+    QTest::newRow("nobody reads") << QStringLiteral("./convert a.txt | true; exit 0") << 0
+                                  << QByteArray();
+    QTest::newRow("help is lost") << QStringLiteral("./convert --help >/dev/full") << 1 << full;
+    QTest::newRow("input is closed") << QStringLiteral("./convert a.txt <&-") << 0 << QByteArray();
+    QTest::newRow("no list there") << QStringLiteral("./convert -T - <&-") << 2
+                                   << QByteArray("the list on standard input: it cannot be read");
+    QTest::newRow("errors are closed")
+        << QStringLiteral("./convert a.txt none.txt 2>&-") << 1 << QByteArray();
+    QTest::newRow("the report is lost") << QStringLiteral("./convert a.txt --json - >/dev/full")
+                                        << 1 << QByteArray("the report cannot be written: ");
+}
+
+void tst_convert_program::closedStreamsAreErrors()
+{
+    QFETCH(const QString, command);
+    QFETCH(const QByteArray, error);
+    m_folder->write("a.txt");
+    QProcess process;
+    process.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+    QVERIFY(process.waitForFinished(20'000));
+    QTEST(process.exitCode(), "code");
+    const auto said = process.readAllStandardError();
+    QVERIFY2(said.contains(error), said.constData());
+    const bool converts =
+        !command.contains(QLatin1String("-T")) && !command.contains(QLatin1String("help"));
+    QCOMPARE(m_folder->files().contains(QStringLiteral("a.pdf")), converts);
+}
+
+void tst_convert_program::namesThatAreNotUtf8MeanNoOtherFile()
+{
+    m_folder->write("\xEF\xBF\xBD.txt"); // what the name below is shown as
+    QProcess process;
+    process.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"), QStringLiteral("./convert \"$(printf '\\377.txt')\"")});
+    QVERIFY(process.waitForFinished(20'000));
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().contains("its name is not UTF-8"));
 }
 
 QTEST_GUILESS_MAIN(tst_convert_program)

@@ -1,3 +1,4 @@
+#include "tool/FileNames.h"
 #include "tool/OptionsReader.h"
 #include "unit/tool/ToolFolder.h"
 
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void helpAndVersionNeedNoDocument();
     void wrongUseIsRefused_data();
     void wrongUseIsRefused();
+    void targetsThatAreNotUtf8AreRefused();
     void aFolderIsNoMergedFile();
     void aFileIsNoOutputFolder();
     void aRelativeMergedFileLiesInTheOutputFolder();
@@ -127,6 +129,17 @@ void tst_options::wrongUseIsRefused()
     QString error;
     QVERIFY(!read(arguments, &error));
     QVERIFY(!error.isEmpty());
+}
+
+void tst_options::targetsThatAreNotUtf8AreRefused()
+{
+    for (const auto *option : {"-T", "-o", "-m", "--json"}) {
+        QString error;
+        QVERIFY(
+            !read({QString::fromUtf8(option), FileNames::fromBytes("\xff"), QStringLiteral("a")},
+                  &error));
+        QCOMPARE(error, QStringLiteral("the name \uFFFD is not UTF-8"));
+    }
 }
 
 void tst_options::aFolderIsNoMergedFile()

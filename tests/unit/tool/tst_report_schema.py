@@ -103,6 +103,16 @@ class ReportSchema(unittest.TestCase):
         report = self.report("-n", "-m", "all.pdf", "a.txt", "b.txt", code=0)
         self.assertEqual(report["merged"], report["documents"][1]["output"])
 
+    def test_results_that_may_not_be_written(self):
+        self.write("a.txt", "b.xyz", "file")
+        report = self.report("-o", "file/sub", "a.txt", "b.xyz", code=1)
+        self.assertEqual([document["reason"] for document in report["documents"]],
+                         ["not-allowed", "unknown-format"])
+        (self.folder / "all.pdf").write_text("locked")
+        (self.folder / "all.pdf").chmod(0o444)
+        report = self.report("-m", "all.pdf", "a.txt", code=1)
+        self.assertEqual(report["documents"][0]["reason"], "not-allowed")
+
     def test_a_run_without_documents(self):
         (self.folder / "empty").mkdir()
         self.assertEqual(self.report("empty", code=1)["documents"], [])
