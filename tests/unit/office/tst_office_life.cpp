@@ -47,6 +47,7 @@ private Q_SLOTS:
     void anEngineThatDiesAtWorkFailsItsDocument();
     void theEngineIsInTheWorkersGroup();
     void writesIntoItsWorkFolderOnly();
+    void itKeepsItsOwnOfWhatUsersShare();
     void aUsedProfileIsTakenAgain();
     void anEngineThatAsksToBeStartedAgainIs();
     void saysThatTheEngineIsMissing();
@@ -133,6 +134,15 @@ void TestOfficeLife::writesIntoItsWorkFolderOnly()
     QCOMPARE(socketNames(scene.worker().processId()), QStringList());
     QCOMPARE(scene.documents().names(),
              QStringList({QStringLiteral("grün.txt"), QStringLiteral("out.pdf")}));
+}
+
+/// An engine of root's would otherwise make a folder of the system without which no other user's
+/// engine starts.
+void TestOfficeLife::itKeepsItsOwnOfWhatUsersShare()
+{
+    OfficeScene scene;
+    QCOMPARE(eventOf(scene.start()), QStringLiteral("ready"));
+    QVERIFY(QFileInfo(scene.work().path("profile/shared/uno_packages")).isDir());
 }
 
 void TestOfficeLife::aUsedProfileIsTakenAgain()

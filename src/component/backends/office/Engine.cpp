@@ -66,18 +66,21 @@ bool Engine::start()
     return false;
 }
 
+/// What the engine keeps for all users goes into the profile too: left to itself, one that root
+/// starts makes a folder of the system that nobody else may read, and no other engine starts then.
 EngineCommand Engine::command() const
 {
     const auto profile = QString::fromLatin1(
         QUrl::fromLocalFile(m_profile.profileFolder()).toEncoded(QUrl::FullyEncoded));
-    return {m_installation.program(),
-            {QStringLiteral("--headless"), QStringLiteral("--invisible"),
-             QStringLiteral("--norestore"), QStringLiteral("--nologo"),
-             QStringLiteral("--nodefault"), QStringLiteral("--nolockcheck"),
-             QStringLiteral("--accept=pipe,name=%1;urp;").arg(m_pipeName),
-             QStringLiteral("-env:UserInstallation=") + profile},
-            EngineEnvironment::make(m_profile),
-            m_workFolder};
+    return {
+        m_installation.program(),
+        {QStringLiteral("--headless"), QStringLiteral("--invisible"), QStringLiteral("--norestore"),
+         QStringLiteral("--nologo"), QStringLiteral("--nodefault"), QStringLiteral("--nolockcheck"),
+         QStringLiteral("--accept=pipe,name=%1;urp;").arg(m_pipeName),
+         QStringLiteral("-env:UserInstallation=") + profile,
+         QStringLiteral("-env:UNO_SHARED_PACKAGES_CACHE=") + profile + QStringLiteral("/shared")},
+        EngineEnvironment::make(m_profile),
+        m_workFolder};
 }
 
 bool Engine::connect()
