@@ -3,27 +3,12 @@
 #include "ui/CommandItems.h"
 
 #include <QFileInfo>
-#include <QUrl>
 
 namespace Quorlin {
 
 namespace {
 
 constexpr QLatin1Char Separator(',');
-
-/// The path of a "file:" address on this machine; empty for everything else.
-QString pathOfAddress(const QString &argument)
-{
-    if (!argument.startsWith(QLatin1String("file:"), Qt::CaseInsensitive))
-        return {};
-    QUrl address(argument);
-    if (address.host() == QLatin1String("localhost"))
-        address.setHost({});
-    if (!address.isLocalFile() || !address.host().isEmpty())
-        return {};
-    const auto path = address.toLocalFile();
-    return path.contains(QChar(0)) ? QString() : path;
-}
 
 QString absolute(const QString &path, const QString &folder)
 {
@@ -33,14 +18,23 @@ QString absolute(const QString &path, const QString &folder)
     return QFileInfo::exists(whole) ? whole : path;
 }
 
-QString item(const QString &argument, const QString &folder)
+QString pathOf(const QString &argument, const QString &folder)
 {
     // A file may well be named like an address.
     const auto asPath = absolute(argument, folder);
     if (asPath != argument)
         return asPath;
-    const auto path = pathOfAddress(argument);
+    const auto path = CommandItems::pathOfAddress(argument);
     return path.isEmpty() ? argument : absolute(path, folder);
+}
+
+/// A path would be divided at its comma, its address is not.
+QString item(const QString &argument, const QString &folder)
+{
+    const auto path = pathOf(argument, folder);
+    const auto isDivided =
+        path.contains(Separator) && QDir::isAbsolutePath(path) && QFileInfo::exists(path);
+    return isDivided ? CommandItems::addressOf(path) : path;
 }
 
 } // namespace

@@ -7,13 +7,15 @@
 namespace Quorlin {
 
 /// The text by which the documents of a start are named, in the form that frmMain's
-/// AddCommandLineFiles takes: paths separated by ",". Nothing in it is quoted or escaped.
+/// AddCommandLineFiles takes: paths separated by ",". Nothing in it is quoted; an existing path
+/// with a comma in it is named by its "file:" address.
 namespace CommandText {
 
 /// The items of a text, not joined yet.
 /// @param arguments of the program, without its own name. What names an existing file or folder
 /// by a relative path becomes absolute, a local "file:" address becomes a path; all else, an
-/// empty argument included, stays as it is.
+/// empty argument included, stays as it is. What exists and has a comma in its path becomes an
+/// address without one.
 /// @param folder that relative paths count from.
 [[nodiscard]] QStringList items(const QStringList &arguments,
                                 const QString &folder = QDir::currentPath());

@@ -9,8 +9,14 @@ namespace Quorlin::CommandItems {
 
 /// The paths of a command text, from left to right: what stands between the commas. There is no
 /// quoting, so that a path with a comma becomes two, as it always did. A comma at the end makes
-/// a last, empty one; an empty text has none.
+/// a last, empty one; an empty text has none. A local "file:" address stands for its path.
 [[nodiscard]] QStringList split(const QString &text);
+
+/// The "file:" address of an absolute path, without a comma in it.
+[[nodiscard]] QString addressOf(const QString &path);
+
+/// The path of a "file:" address on this machine; empty for everything else.
+[[nodiscard]] QString pathOfAddress(const QString &text);
 
 /// What the program is to do with the documents, as a file type's commands say it in front of
 /// them. It is a path of the text like every other, and names no document.

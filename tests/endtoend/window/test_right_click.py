@@ -77,6 +77,15 @@ class Convert(RightClickTest):
         self.assertFalse(one.with_suffix(".pdf").exists())
         self.end(window)
 
+    def test_names_with_commas_are_converted_at_the_start_and_while_it_runs(self):
+        one, two = self.labels("labels, first.ps", "100 %, #2?.ps")
+        window = MainWindow(self, "/p", one)
+        self.wait_for_results(window, one)
+        self.hand_over("/p", two.as_uri())
+        self.wait_for_results(window, two)
+        window.wait_for_documents(two.name)
+        self.end(window)
+
     def test_what_the_user_has_gathered_is_not_converted(self):
         mine, one = self.labels("mine.ps", "one.ps")
         window = MainWindow(self, mine)

@@ -1,6 +1,7 @@
 #include "app/CommandText.h"
 
 #include "support/TestFolder.h"
+#include "ui/CommandItems.h"
 
 #include <QTest>
 #include <QUrl>
@@ -19,7 +20,10 @@ private Q_SLOTS:
     void keepsWhatNamesNothing();
     void keepsAbsolutePaths();
     void keepsAnEmptyArgument();
-    void keepsSpacesAndCommasOfAPath();
+    void keepsSpacesOfAPath();
+    void namesAnExistingPathWithACommaByItsAddress_data();
+    void namesAnExistingPathWithACommaByItsAddress();
+    void keepsTheCommaOfWhatDoesNotExist();
     void turnsFileAddressesIntoPaths_data();
     void turnsFileAddressesIntoPaths();
     void keepsOtherAddresses_data();
@@ -86,11 +90,36 @@ void CommandTextTest::keepsAnEmptyArgument()
     QCOMPARE(make({QStringLiteral("/a.doc"), QString()}), QStringLiteral("/a.doc,"));
 }
 
-/// The list knows no escape: a path with a comma becomes two items at the other end.
-void CommandTextTest::keepsSpacesAndCommasOfAPath()
+void CommandTextTest::keepsSpacesOfAPath()
 {
-    const auto path = m_folder.write("a b,c.doc", "x");
-    QCOMPARE(make({QStringLiteral("a b,c.doc")}), path);
+    const auto path = m_folder.write("a b.doc", "x");
+    QCOMPARE(make({QStringLiteral("a b.doc")}), path);
+}
+
+void CommandTextTest::namesAnExistingPathWithACommaByItsAddress_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("comma") << QStringLiteral("Smith, John.doc");
+    QTest::newRow("only commas") << QStringLiteral(",,,");
+    QTest::newRow("what means something in an address")
+        << QStringLiteral("100%, 5%2C #1?a=b&c;d:@é\\ 木.doc");
+    QTest::newRow("line feed") << QStringLiteral("a,\nb.doc");
+}
+
+/// The list has no quoting: the comma would make two items of it at the other end.
+void CommandTextTest::namesAnExistingPathWithACommaByItsAddress()
+{
+    QFETCH(const QString, name);
+    const auto path = m_folder.write(name.toUtf8().constData(), "x");
+    const auto text = make({name, path});
+    QVERIFY2(text.startsWith(QLatin1String("file:///")), qPrintable(text));
+    QCOMPARE(text.count(QLatin1Char(',')), 1);
+    QCOMPARE(CommandItems::split(text), QStringList({path, path}));
+}
+
+void CommandTextTest::keepsTheCommaOfWhatDoesNotExist()
+{
+    QCOMPARE(make({QStringLiteral("/d/a,b.doc")}), QStringLiteral("/d/a,b.doc"));
 }
 
 void CommandTextTest::turnsFileAddressesIntoPaths_data()
