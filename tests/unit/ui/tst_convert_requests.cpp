@@ -3,7 +3,6 @@
 #include "i18n/AppTextSource.h"
 #include "support/KeptMessages.h"
 #include "support/TestFolder.h"
-#include "ui/CommandItems.h"
 #include "ui/DocumentList.h"
 #include "ui/FileList.h"
 #include "ui/RefusedFiles.h"
@@ -116,8 +115,6 @@ class TestConvertRequests : public QObject
 private Q_SLOTS:
     void init() { m_scene = std::make_unique<Scene>(); }
     void cleanup() { m_scene.reset(); }
-    void theFirstItemIsTheVerb();
-    void aFolderWithTheNameOfAVerbIsAFolder();
     void anEmptyListGetsTheDocumentsAndIsConverted();
     void documentsAreShownBeforeTheirJobBegins();
     void aConvertedListMakesRoom();
@@ -127,6 +124,7 @@ private Q_SLOTS:
     void whatComesDuringAJobOfTheUserIsOnlyAdded();
     void documentsOfTheUserStayAndNothingBegins();
     void documentsOfTheUserStayAlsoWhenTheyAreConverted();
+    void documentsThatTheUserAddedStayAlsoWhenTheyAreConverted();
     void aListThatTheUserChangedIsTheUsers();
     void aChangedListThatTheUserHadConvertedMakesRoom();
     void aChangeBeforeTheJobBeginsKeepsItFromBeginning();
@@ -137,31 +135,12 @@ private Q_SLOTS:
     void aMessageIsAnsweredBeforeTheJobBegins();
     void cancellingForgetsTheRequest();
     void nothingElseMayComeBeforeTheJobBegins();
+    void aJobWaitsForDocumentsThatAreStillLookedAt();
     void aFileSystemThatDoesNotAnswerKeepsNoOthersWaiting();
 
 private:
     std::unique_ptr<Scene> m_scene;
 };
-
-void TestConvertRequests::theFirstItemIsTheVerb()
-{
-    using namespace CommandItems;
-    const auto verb = [](const char *text) { return verbOf(split(QString::fromLatin1(text))); };
-    QCOMPARE(verb("/p,/d/x.odt"), Verb::Print);
-    QCOMPARE(verb("/p"), Verb::Print);
-    QCOMPARE(verb("/a,/d/x.odt"), Verb::Add);
-    QCOMPARE(verb("/n"), Verb::New);
-    for (const auto *const text :
-         {"", "/d/x.odt,/p", "/P,x.odt", "/p /x.odt", "/p;/x.odt", "/pdf,x.odt", ",/p", "-p,x.odt"})
-        QCOMPARE(verb(text), Verb::None);
-}
-
-void TestConvertRequests::aFolderWithTheNameOfAVerbIsAFolder()
-{
-    const auto isFolder = [](const QString &path) { return path == QLatin1String("/p"); };
-    QCOMPARE(CommandItems::verbOf(named("/p /x.odt"), isFolder), CommandItems::Verb::None);
-    QCOMPARE(CommandItems::verbOf(named("/a /x.odt"), isFolder), CommandItems::Verb::Add);
-}
 
 void TestConvertRequests::anEmptyListGetsTheDocumentsAndIsConverted()
 {
@@ -253,6 +232,17 @@ void TestConvertRequests::documentsOfTheUserStayAlsoWhenTheyAreConverted()
     m_scene->list.addDocuments({m_scene->write("mine.txt")});
     m_scene->ask({"a.txt"});
     QVERIFY(m_scene->onlyAdds(2));
+    m_scene->convert();
+    m_scene->endJob();
+    m_scene->ask({"b.txt"});
+    QVERIFY(m_scene->onlyAdds(3));
+}
+
+void TestConvertRequests::documentsThatTheUserAddedStayAlsoWhenTheyAreConverted()
+{
+    m_scene->ask({"a.txt"});
+    QVERIFY(m_scene->runJob(1));
+    m_scene->list.addDocuments({m_scene->write("mine.txt")});
     m_scene->convert();
     m_scene->endJob();
     m_scene->ask({"b.txt"});
@@ -372,6 +362,19 @@ void TestConvertRequests::nothingElseMayComeBeforeTheJobBegins()
     QVERIFY(m_scene->requests.isPending());
     QVERIFY(m_scene->runJob(2));
     QVERIFY(!m_scene->requests.isPending());
+}
+
+void TestConvertRequests::aJobWaitsForDocumentsThatAreStillLookedAt()
+{
+    const auto silence = std::make_shared<Silence>();
+    Scene scene(silentQuery(silence));
+    scene.ask({"a.txt", "silent.txt", "b.txt"});
+    QTRY_COMPARE(scene.list.count(), 1);
+    QTest::qWait(Longer);
+    QVERIFY(!scene.isWorking);
+    silence->answer.release();
+    QVERIFY(scene.runJob(1));
+    QCOMPARE(scene.jobs.last(), named("a.txt silent.txt b.txt"));
 }
 
 void TestConvertRequests::aFileSystemThatDoesNotAnswerKeepsNoOthersWaiting()
