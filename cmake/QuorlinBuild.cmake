@@ -126,7 +126,8 @@ endfunction()
 
 # quorlin_moc(TARGET SOURCES …): the toolkit's compiler for exactly those sources that declare an
 # object, told apart when the build is configured. AUTOMOC would look at all of them in a step of its
-# own and compile one source more for each target, which is a third of what a small test costs.
+# own and compile one source more for each target, which is a third of what a small test costs. It
+# passes over those sources from then on, in every target of the folder.
 function(quorlin_moc target)
   cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
   set_target_properties(${target} PROPERTIES AUTOMOC OFF)
