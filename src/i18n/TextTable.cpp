@@ -1,5 +1,6 @@
 #include "i18n/TextTable.h"
 
+#include "i18n/LanguageName.h"
 #include "i18n/TextRow.h"
 #include "settings/IniFile.h"
 
@@ -56,7 +57,7 @@ void TextTable::loadDefaults()
     m_qualities.clear();
     for (const auto &name : BuiltInQualities)
         m_qualities.append({name, name});
-    m_language = QStringLiteral("deutsch");
+    m_language = LanguageName::German.toString();
     m_problem.clear();
 }
 

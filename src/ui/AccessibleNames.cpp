@@ -1,5 +1,7 @@
 #include "ui/AccessibleNames.h"
 
+#include "i18n/LanguageName.h"
+
 namespace Quorlin {
 
 const AccessibleNames &AccessibleNames::in(const QString &language)
@@ -25,9 +27,9 @@ const AccessibleNames &AccessibleNames::in(const QString &language)
                                         QStringLiteral("Progression"),
                                         QStringLiteral("Site web d’Adobe"),
                                         QStringLiteral("Site web de Varnex Software")};
-    if (language == QLatin1String("deutsch"))
+    if (language == LanguageName::German)
         return german;
-    return language == QStringLiteral("français") ? french : english;
+    return language == LanguageName::French ? french : english;
 }
 
 } // namespace Quorlin

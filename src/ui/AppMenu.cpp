@@ -1,7 +1,5 @@
 #include "ui/AppMenu.h"
 
-#include "winsupport/TextSource.h"
-
 #include <QActionGroup>
 
 #include <utility>
@@ -57,14 +55,11 @@ AppMenu::AppMenu(QWidget *parent)
 
 void AppMenu::setTexts(const TextSource &texts)
 {
-    const auto name = [&texts](QAction *entry, const char *key) {
-        setText(*entry, texts.text(QLatin1String(key)));
-    };
-    name(m_languages->menuAction(), "MenuAppLanguage");
-    name(m_skins->menuAction(), "MenuAppSkin");
-    name(m_classic, "MenuAppClassic");
-    name(m_advanced, "MenuAppAdvanced");
-    name(m_about, "MenuAppAbout");
+    setText(*m_languages->menuAction(), texts, "MenuAppLanguage");
+    setText(*m_skins->menuAction(), texts, "MenuAppSkin");
+    setText(*m_classic, texts, "MenuAppClassic");
+    setText(*m_advanced, texts, "MenuAppAdvanced");
+    setText(*m_about, texts, "MenuAppAbout");
 }
 
 void AppMenu::setLanguages(const QStringList &names)

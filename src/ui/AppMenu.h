@@ -2,8 +2,6 @@
 
 #include "ui/NamedMenu.h"
 
-class QActionGroup;
-
 namespace Quorlin {
 
 class TextSource;

@@ -1,5 +1,7 @@
 #include "ui/DialogLanguage.h"
 
+#include "i18n/LanguageName.h"
+
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
@@ -12,9 +14,9 @@ namespace {
 /// file's name is known.
 QString translationFor(const QString &language)
 {
-    if (language == QLatin1String("deutsch"))
+    if (language == LanguageName::German)
         return QStringLiteral("qtbase_de");
-    return language == QStringLiteral("français") ? QStringLiteral("qtbase_fr") : QString();
+    return language == LanguageName::French ? QStringLiteral("qtbase_fr") : QString();
 }
 
 } // namespace

@@ -27,12 +27,6 @@ bool isDefault(const QStyleOptionButton &option)
 
 } // namespace
 
-QColor DialogStyle::line() const
-{
-    return blended(m_look.colour(LookColour::FieldBorder), m_look.colour(LookColour::Menu),
-                   m_look.isBold() ? 1 : 0.6);
-}
-
 /// The ground under the mouse and under a pressed button.
 QColor DialogStyle::touched(const QStyleOption &option, const QColor &ground) const
 {
@@ -99,8 +93,8 @@ void DialogStyle::drawListFrame(const QStyleOption &option, QPainter &painter) c
 {
     const auto hasFocus = has(option, QStyle::State_HasFocus);
     drawBox(painter, option.rect, m_look.colour(LookColour::List),
-            hasFocus ? m_look.colour(LookColour::Focus) : line(), hasFocus ? FocusWidth : weight(),
-            std::min(m_look.corners(), 4));
+            hasFocus ? m_look.colour(LookColour::Focus) : lineColour(m_look),
+            hasFocus ? FocusWidth : weight(), std::min(m_look.corners(), 4));
 }
 
 void DialogStyle::drawHeader(const QStyleOptionHeader &option, QPainter &painter) const
@@ -109,16 +103,17 @@ void DialogStyle::drawHeader(const QStyleOptionHeader &option, QPainter &painter
     const auto list = m_look.colour(LookColour::List);
     painter.fillRect(rect, touched(option, list));
     const auto width = int(weight());
-    painter.fillRect(rect.left(), rect.bottom() - width + 1, rect.width(), width, line());
+    painter.fillRect(rect.left(), rect.bottom() - width + 1, rect.width(), width,
+                     lineColour(m_look));
     if (option.position != QStyleOptionHeader::End &&
         option.position != QStyleOptionHeader::OnlyOneSection)
-        painter.fillRect(rect.right(), rect.top() + 5, 1, rect.height() - 10, line());
+        painter.fillRect(rect.right(), rect.top() + 5, 1, rect.height() - 10, lineColour(m_look));
 }
 
 void DialogStyle::drawTip(const QStyleOption &option, QPainter &painter) const
 {
     painter.fillRect(option.rect, m_look.colour(LookColour::Menu));
-    drawBox(painter, option.rect, m_look.colour(LookColour::Menu), line(), weight(), 0);
+    drawBox(painter, option.rect, m_look.colour(LookColour::Menu), lineColour(m_look), weight(), 0);
 }
 
 void DialogStyle::drawSplitter(const QStyleOption &option, QPainter &painter) const
@@ -127,7 +122,7 @@ void DialogStyle::drawSplitter(const QStyleOption &option, QPainter &painter) co
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(line());
+    painter.setBrush(lineColour(m_look));
     const auto isLevel = has(option, QStyle::State_Horizontal);
     for (const auto offset : {-6, 0, 6})
         painter.drawEllipse(middle + (isLevel ? QPointF(0, offset) : QPointF(offset, 0)), 1.2, 1.2);
@@ -136,7 +131,7 @@ void DialogStyle::drawSplitter(const QStyleOption &option, QPainter &painter) co
 
 void DialogStyle::drawChoicePanel(const QStyleOption &option, QPainter &painter) const
 {
-    drawBox(painter, option.rect, m_look.colour(LookColour::List), line(), weight(), 0);
+    drawBox(painter, option.rect, m_look.colour(LookColour::List), lineColour(m_look), weight(), 0);
 }
 
 QSize DialogStyle::buttonSize(const QStyleOption &option, const QSize &contents)

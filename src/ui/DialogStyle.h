@@ -2,7 +2,7 @@
 
 #include "skin/SkinLook.h"
 
-#include <QStyle>
+#include <QSize>
 
 class QPainter;
 class QStyleOption;
@@ -41,7 +41,6 @@ public:
 
 private:
     [[nodiscard]] QColor touched(const QStyleOption &option, const QColor &ground) const;
-    [[nodiscard]] QColor line() const;
     [[nodiscard]] qreal weight() const { return m_look.isBold() ? 2 : 1; }
 
     const SkinLook &m_look;

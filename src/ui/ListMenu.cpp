@@ -1,7 +1,5 @@
 #include "ui/ListMenu.h"
 
-#include "winsupport/TextSource.h"
-
 namespace Quorlin {
 
 ListMenu::ListMenu(QWidget *parent) : NamedMenu("menu_lst", parent)
@@ -28,18 +26,15 @@ ListMenu::ListMenu(QWidget *parent) : NamedMenu("menu_lst", parent)
 
 void ListMenu::setTexts(const TextSource &texts)
 {
-    const auto name = [&texts](QAction *entry, const char *key) {
-        setText(*entry, texts.text(QLatin1String(key)));
-    };
-    name(ss_lst_add, "MenuLstAdd");
-    name(ss_lst_open, "MenuLstOpen");
-    name(ss_lst_remove, "MenuLstRemove");
-    name(ss_lst_clear, "MenuLstClear");
-    name(ss_lst_move->menuAction(), "MenuLstMove");
-    name(ss_lst_first, "MenuLstFirst");
-    name(ss_lst_previous, "MenuLstPrevious");
-    name(ss_lst_next, "MenuLstNext");
-    name(ss_lst_last, "MenuLstLast");
+    setText(*ss_lst_add, texts, "MenuLstAdd");
+    setText(*ss_lst_open, texts, "MenuLstOpen");
+    setText(*ss_lst_remove, texts, "MenuLstRemove");
+    setText(*ss_lst_clear, texts, "MenuLstClear");
+    setText(*ss_lst_move->menuAction(), texts, "MenuLstMove");
+    setText(*ss_lst_first, texts, "MenuLstFirst");
+    setText(*ss_lst_previous, texts, "MenuLstPrevious");
+    setText(*ss_lst_next, texts, "MenuLstNext");
+    setText(*ss_lst_last, texts, "MenuLstLast");
 }
 
 void ListMenu::setState(bool isEmpty, bool isSelected)

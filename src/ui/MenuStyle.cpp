@@ -23,8 +23,6 @@ constexpr int KeysGap = 28;
 constexpr int LineRoom = 9;
 constexpr int LargestRadius = 10;
 
-/// A dark panel needs more of the line's colour than a light one to show an edge.
-constexpr qreal LineShare = 0.6;
 /// Keys stand back behind the names of the entries.
 constexpr qreal KeysShare = 0.75;
 
@@ -59,12 +57,6 @@ struct MenuStyle::Columns
     QRect arrow;
 };
 
-QColor MenuStyle::line() const
-{
-    return blended(m_look.colour(LookColour::FieldBorder), m_look.colour(LookColour::Menu),
-                   m_look.isBold() ? 1 : LineShare);
-}
-
 int MenuStyle::radius() const
 {
     return std::min(m_look.corners(), LargestRadius);
@@ -72,8 +64,8 @@ int MenuStyle::radius() const
 
 void MenuStyle::drawPanel(const QStyleOption &option, QPainter &painter) const
 {
-    drawBox(painter, option.rect, m_look.colour(LookColour::Menu), line(), m_look.isBold() ? 2 : 1,
-            radius());
+    drawBox(painter, option.rect, m_look.colour(LookColour::Menu), lineColour(m_look),
+            m_look.isBold() ? 2 : 1, radius());
 }
 
 QRegion MenuStyle::outline(const QRect &panel) const
@@ -113,7 +105,7 @@ void MenuStyle::drawLine(const QStyleOptionMenuItem &option, QPainter &painter) 
     const auto thickness = m_look.isBold() ? 2 : 1;
     const auto top = option.rect.center().y();
     painter.fillRect(option.rect.left() + SideRoom / 2, top, option.rect.width() - SideRoom,
-                     thickness, line());
+                     thickness, lineColour(m_look));
 }
 
 /// An entry that cannot be used does not light up.

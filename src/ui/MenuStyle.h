@@ -34,7 +34,6 @@ public:
 private:
     struct Columns;
 
-    [[nodiscard]] QColor line() const;
     [[nodiscard]] int radius() const;
     [[nodiscard]] QColor textColour(const QStyleOptionMenuItem &option) const;
     void drawLine(const QStyleOptionMenuItem &option, QPainter &painter) const;

@@ -1,5 +1,7 @@
 #include "ui/NamedMenu.h"
 
+#include "winsupport/TextSource.h"
+
 namespace Quorlin {
 
 NamedMenu::NamedMenu(const char *name, QWidget *parent) : QMenu(parent)
@@ -37,6 +39,11 @@ void NamedMenu::setKeys(QAction &entry, const QKeySequence &keys)
 void NamedMenu::setText(QAction &entry, const QString &text)
 {
     entry.setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+void NamedMenu::setText(QAction &entry, const TextSource &texts, const char *key)
+{
+    setText(entry, texts.text(QLatin1String(key)));
 }
 
 } // namespace Quorlin

@@ -4,6 +4,8 @@
 
 namespace Quorlin {
 
+class TextSource;
+
 /// A menu whose entries have names, and whose texts are shown as they are: a "&" in them is no
 /// mark of an access key.
 class NamedMenu : public QMenu
@@ -23,6 +25,8 @@ public:
     static void setKeys(QAction &entry, const QKeySequence &keys);
 
     static void setText(QAction &entry, const QString &text);
+    /// The text of a key.
+    static void setText(QAction &entry, const TextSource &texts, const char *key);
 };
 
 } // namespace Quorlin

@@ -1,5 +1,7 @@
 #include "ui/StyleParts.h"
 
+#include "skin/SkinLook.h"
+
 #include <QStyleOption>
 
 namespace Quorlin::StyleParts {
@@ -25,6 +27,14 @@ QColor blended(const QColor &over, const QColor &under, qreal share)
     const auto mix = [part](float a, float b) { return a * part + b * (1 - part); };
     return QColor::fromRgbF(mix(over.redF(), under.redF()), mix(over.greenF(), under.greenF()),
                             mix(over.blueF(), under.blueF()));
+}
+
+QColor lineColour(const SkinLook &look)
+{
+    // A dark panel needs more of the line's colour than a light one to show an edge.
+    constexpr qreal share = 0.6;
+    return blended(look.colour(LookColour::FieldBorder), look.colour(LookColour::Menu),
+                   look.isBold() ? 1 : share);
 }
 
 void drawBox(QPainter &painter, const QRect &rect, const QColor &fill, const QColor &line,

@@ -7,6 +7,10 @@
 
 class QStyleOption;
 
+namespace Quorlin {
+class SkinLook;
+}
+
 namespace Quorlin::StyleParts {
 
 /// A line of this width through the middles of the edge's pixels.
@@ -18,6 +22,9 @@ namespace Quorlin::StyleParts {
 [[nodiscard]] QColor blended(const QColor &over, const QColor &under);
 /// The same with a share of the upper colour, from 0 to 1.
 [[nodiscard]] QColor blended(const QColor &over, const QColor &under, qreal share);
+
+/// Of the lines around fields and panels.
+[[nodiscard]] QColor lineColour(const SkinLook &look);
 
 /// An area with a line around it, which lies within the rectangle.
 void drawBox(QPainter &painter, const QRect &rect, const QColor &fill, const QColor &line,

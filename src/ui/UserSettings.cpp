@@ -1,5 +1,6 @@
 #include "ui/UserSettings.h"
 
+#include "i18n/LanguageName.h"
 #include "settings/Registry.h"
 #include "settings/RegistryStore.h"
 #include "skin/LeadingNumber.h"
@@ -50,7 +51,7 @@ void UserSettings::set(const char *name, bool on)
 QString UserSettings::language() const
 {
     const auto name = ownOrMachines("Language");
-    return name.isEmpty() ? QStringLiteral("english") : name;
+    return name.isEmpty() ? LanguageName::English.toString() : name;
 }
 
 int UserSettings::quality(int count) const

@@ -1,6 +1,7 @@
 #include "ui/mdlPartner.h"
 
 #include "convert/mdlOpenFile.h"
+#include "i18n/LanguageName.h"
 #include "settings/IniFile.h"
 
 #include <QUrl>
@@ -48,10 +49,10 @@ constexpr QLatin1StringView ProductHome("ProductHome");
 
 constexpr std::array LinkRows{
     LinkRow{u"default", AdobeInternational, MakerEnglish, ProductHome},
-    LinkRow{u"français", QLatin1StringView("AdobeFrench"), QLatin1StringView("MakerHome"),
+    LinkRow{LanguageName::French, QLatin1StringView("AdobeFrench"), QLatin1StringView("MakerHome"),
             QLatin1StringView("ProductFrench")},
-    LinkRow{u"english", AdobeInternational, MakerEnglish, ProductHome},
-    LinkRow{u"deutsch", QLatin1StringView("AdobeGerman"), MakerEnglish, ProductHome},
+    LinkRow{LanguageName::English, AdobeInternational, MakerEnglish, ProductHome},
+    LinkRow{LanguageName::German, QLatin1StringView("AdobeGerman"), MakerEnglish, ProductHome},
 };
 
 QString addressIn(const LinkTable &table, const QString &language)
