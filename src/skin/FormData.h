@@ -3,7 +3,6 @@
 #include "skin/SkinPicture.h"
 #include "skin/WindowRef.h"
 
-#include <QSize>
 #include <QString>
 
 #include <array>

@@ -4,8 +4,6 @@
 
 #include <QObject>
 
-#include <functional>
-
 namespace Quorlin {
 
 class AppMenu;

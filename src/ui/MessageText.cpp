@@ -26,7 +26,7 @@ QAccessibleInterface *spoken(const QString &type, QObject *object)
 
 } // namespace
 
-MessageText::MessageText(const QString &text, QWidget *parent) : QTextEdit(parent), m_text(text)
+MessageText::MessageText(const QString &text, QWidget *parent) : QTextEdit(parent)
 {
     QAccessible::installFactory(&spoken);
     setReadOnly(true);

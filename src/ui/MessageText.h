@@ -15,9 +15,6 @@ public:
 
     /// Takes the size that its text needs, but not more than this.
     void fitInto(const QSize &most);
-
-private:
-    QString m_text;
 };
 
 } // namespace Quorlin

@@ -2,8 +2,6 @@
 
 #include "ui/LineIcon.h"
 
-#include <QHash>
-
 namespace Quorlin::StyleIcons {
 
 namespace {

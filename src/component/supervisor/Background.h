@@ -4,8 +4,6 @@
 #include <QPointer>
 #include <QThreadPool>
 
-#include <functional>
-
 namespace Quorlin::Background {
 
 /// Runs blocking file work on another thread and hands its result to the receiver's thread.

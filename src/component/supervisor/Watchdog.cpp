@@ -1,7 +1,6 @@
 #include "component/supervisor/Watchdog.h"
 
 #include <QDirIterator>
-#include <QFileInfo>
 
 #include <algorithm>
 

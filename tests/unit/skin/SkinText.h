@@ -27,7 +27,6 @@ public:
     [[nodiscard]] static int numberOf(const QString &element);
 
 private:
-    QList<QString> m_sections;
     QMap<QString, QMap<QString, QString>> m_values;
 };
 

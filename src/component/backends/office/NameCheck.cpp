@@ -3,7 +3,6 @@
 #include <QByteArrayView>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringList>
 
 #include <algorithm>
 #include <span>
