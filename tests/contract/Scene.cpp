@@ -119,4 +119,10 @@ void Scene::end()
     client.reset();
 }
 
+QString component()
+{
+    return qEnvironmentVariable("QUORLIN_CONTRACT_COMPONENT",
+                                QStringLiteral(QUORLIN_FAKE_COMPONENT));
+}
+
 } // namespace Quorlin

@@ -58,4 +58,14 @@ private:
 
 [[nodiscard]] QByteArray contentOf(const QString &path);
 
+/// The program that QUORLIN_CONTRACT_COMPONENT names, else the fake.
+[[nodiscard]] QString component();
+
+/// For the end of a job, in milliseconds: the real component starts an office engine first.
+constexpr int JobPatience = 90'000;
+
 } // namespace Quorlin
+
+/// Waits until a recorder has seen so many completions.
+#define TRY_COMPLETED(recorder, count)                                                             \
+    QTRY_COMPARE_WITH_TIMEOUT((recorder)->completions(), count, Quorlin::JobPatience)

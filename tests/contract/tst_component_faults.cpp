@@ -13,12 +13,7 @@ QString fake()
     return QStringLiteral(QUORLIN_FAKE_COMPONENT);
 }
 
-constexpr int Deadline = 20'000;
-
 } // namespace
-
-#define TRY_COMPLETED(recorder, count)                                                             \
-    QTRY_COMPARE_WITH_TIMEOUT((recorder)->completions(), count, Deadline)
 
 /// A component that dies, lies or talks nonsense: the objects keep their life cycle.
 class tst_component_faults : public QObject

@@ -6,22 +6,6 @@
 
 using namespace Quorlin;
 
-namespace {
-
-QString component()
-{
-    return qEnvironmentVariable("QUORLIN_CONTRACT_COMPONENT",
-                                QStringLiteral(QUORLIN_FAKE_COMPONENT));
-}
-
-/// The real component starts an office engine first.
-constexpr int Deadline = 90'000;
-
-} // namespace
-
-#define TRY_COMPLETED(recorder, count)                                                             \
-    QTRY_COMPARE_WITH_TIMEOUT((recorder)->completions(), count, Deadline)
-
 /// Where the component puts its files and who removes them, for any component. The variable
 /// QUORLIN_CONTRACT_COMPONENT names the program; without it the fake is tested.
 class tst_contract_files : public QObject

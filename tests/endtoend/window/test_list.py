@@ -34,14 +34,6 @@ TEXTS = {
 
 
 class ListTest(WindowTest):
-    def make(self, *names):
-        """Documents below the home folder; their paths."""
-        files = [self.desktop.home / name for name in names]
-        for file in files:
-            file.parent.mkdir(parents=True, exist_ok=True)
-            file.write_text(f"This is {file.name}.\n", "utf-8")
-        return files
-
     def open(self, *names):
         """The window with these new documents in its list."""
         self.window = MainWindow(self, *self.make(*names))

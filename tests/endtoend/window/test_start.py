@@ -21,14 +21,6 @@ class Start(WindowTest):
         super().setUp()
         self.settings = Settings(self.desktop.config)
 
-    def make(self, *names):
-        """Documents below the home folder; their paths."""
-        files = [self.desktop.home / name for name in names]
-        for file in files:
-            file.parent.mkdir(parents=True, exist_ok=True)
-            file.write_text(f"This is {file.name}.\n", "utf-8")
-        return files
-
     def hand_over(self, *arguments):
         """A second start, which must end by itself and well."""
         second = self.start([PROGRAMS / "quorlin", *arguments])

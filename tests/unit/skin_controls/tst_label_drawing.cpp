@@ -1,26 +1,18 @@
 #include "skin/controls/KelLabel.h"
 
+#include "LabelSample.h"
 #include "Pixels.h"
 
 #include <QTest>
 
 using namespace Quorlin;
+using namespace LabelSample;
 
 namespace {
 
-constexpr int Width = 160;
-constexpr int Height = 60;
 constexpr quint32 Red = 0x0000FF;
 constexpr quint32 Blue = 0xFF0000;
 constexpr quint32 Yellow = 0x00FFFF;
-
-void prepare(KelLabel &label, const char *caption = "Hamburg")
-{
-    label.resize(Width, Height);
-    label.Font(Pixels::font());
-    label.TextColor(0);
-    label.Caption(QString::fromUtf8(caption));
-}
 
 /// Where the ink of a text lies whose place follows the rules.
 QRect expectedInk(const KelLabel &label, int margin)

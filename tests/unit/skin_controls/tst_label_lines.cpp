@@ -1,5 +1,6 @@
 #include "skin/controls/KelLabel.h"
 
+#include "LabelSample.h"
 #include "Pixels.h"
 
 #include <QHelpEvent>
@@ -7,21 +8,7 @@
 #include <QToolTip>
 
 using namespace Quorlin;
-
-namespace {
-
-constexpr int Width = 160;
-constexpr int Height = 60;
-
-void prepare(KelLabel &label, const char *caption = "Hamburg")
-{
-    label.resize(Width, Height);
-    label.Font(Pixels::font());
-    label.TextColor(0);
-    label.Caption(QString::fromUtf8(caption));
-}
-
-} // namespace
+using namespace LabelSample;
 
 class TestLabelLines : public QObject
 {

@@ -1,27 +1,19 @@
 #include "skin/controls/KelLabel.h"
 #include "skin/controls/LabelFace.h"
 
+#include "LabelSample.h"
 #include "Pixels.h"
 
 #include <QPainter>
 #include <QTest>
 
 using namespace Quorlin;
+using namespace LabelSample;
 
 namespace {
 
-constexpr int Width = 160;
-constexpr int Height = 60;
 constexpr quint32 Red = 0x0000FF;
 constexpr quint32 Blue = 0xFF0000;
-
-void prepare(KelLabel &label, const char *caption = "Hamburg")
-{
-    label.resize(Width, Height);
-    label.Font(Pixels::font());
-    label.TextColor(0);
-    label.Caption(QString::fromUtf8(caption));
-}
 
 } // namespace
 

@@ -59,16 +59,6 @@ class Screen:
         numbers = self._values(self._root, "_NET_ACTIVE_WINDOW")
         return ManagedWindow(self, numbers[0]) if numbers and numbers[0] else None
 
-    def top_level_count(self):
-        """How many windows can be seen, managed or not; an open menu is one."""
-        return sum(1 for window in self._root.query_tree().children if self._is_viewable(window))
-
-    def _is_viewable(self, window):
-        try:
-            return window.get_attributes().map_state == X.IsViewable
-        except (BadWindow, BadDrawable):
-            return False
-
     # Mouse and keyboard
 
     def move_mouse(self, x, y):
@@ -226,10 +216,6 @@ class ManagedWindow:
     def states(self):
         """Such as "_NET_WM_STATE_SKIP_TASKBAR"."""
         return self._screen.atom_names(self._screen.values(self.number, "_NET_WM_STATE"))
-
-    @property
-    def has_icon(self):
-        return len(self._screen.values(self.number, "_NET_WM_ICON")) > 2
 
     def move(self, x, y):
         """As the keyboard of the window manager would; waits until it is there."""

@@ -30,11 +30,6 @@ def wait_until(condition, what, seconds=SECONDS):
         time.sleep(PERIOD)
 
 
-def wait_while(condition, what, seconds=SECONDS):
-    """Returns as soon as `condition` does not hold any more; something `Gone` does not hold."""
-    wait_until(lambda: not _asked(condition), what, seconds)
-
-
 def always(condition, what, seconds):
     """Checks that `condition` holds all the time; for what must not happen."""
     deadline = time.monotonic() + seconds

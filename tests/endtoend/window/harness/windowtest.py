@@ -29,6 +29,14 @@ class WindowTest(unittest.TestCase):
         self._programs.append(program)
         return program
 
+    def make(self, *names):
+        """Documents below the home folder; their paths."""
+        files = [self.desktop.home / name for name in names]
+        for file in files:
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_text(f"This is {file.name}.\n", "utf-8")
+        return files
+
     def expect_errors(self, program, *texts):
         """Checks that the program complained about exactly this, a part of each line; then it counts as explained."""
         lines = program.errors()
