@@ -27,7 +27,7 @@ public:
     void removeFromMenu(Command command) { m_menu.removeAll(command); }
 
     /// Does what somebody asked for at the entry, on the real window. What the menu does not
-    /// offer is not done.
+    /// offer is not done. Desktops that act on the window itself never ask.
     void proxyProcedure(Command command);
 
     /// How the window stood before.
