@@ -20,7 +20,7 @@ constexpr int LeastWidth = 40;
 constexpr int Gap = 2;
 constexpr char Failed[] = "failed: ";
 
-enum Column { Document, Size, After, Result, ColumnCount };
+enum Column { Document, Size, Result, ColumnCount };
 using Row = std::array<QString, ColumnCount>;
 using Widths = std::array<int, ColumnCount>;
 
@@ -55,18 +55,14 @@ Row rowOf(const DocumentRecord &document, const Report &report)
     row[Document] = Console::harmless(shownPath(document.input));
     row[Result] = Console::harmless(document.failed() ? QLatin1String(Failed) + document.text
                                                       : shownPath(document.output));
-    if (report.dryRun)
-        return row;
-    row[After] = secondsText(document.seconds);
-    if (!document.failed() && !report.merges)
+    if (!report.dryRun && !document.failed() && !report.merges)
         row[Size] = sizeText(QFileInfo(document.output).size());
     return row;
 }
 
 QList<Row> rowsOf(const Report &report)
 {
-    QList<Row> rows{{QStringLiteral("DOCUMENT"), QStringLiteral("SIZE"), QStringLiteral("AFTER"),
-                     QStringLiteral("RESULT")}};
+    QList<Row> rows{{QStringLiteral("DOCUMENT"), QStringLiteral("SIZE"), QStringLiteral("RESULT")}};
     for (const auto &document : report.documents)
         rows.append(rowOf(document, report));
     return rows;
@@ -84,13 +80,11 @@ int widthOf(const QList<Row> &rows, int column)
 Widths widthsOf(const QList<Row> &rows, int width)
 {
     Widths widths{};
-    int others = Gap;
     for (int column = 0; column < ColumnCount; ++column)
         widths[column] = widthOf(rows, column);
-    for (const int column : {Size, After})
-        others += widths[column] > 0 ? widths[column] + Gap : 0;
     if (width == 0)
         return widths;
+    const int others = Gap + (widths[Size] > 0 ? widths[Size] + Gap : 0);
     const int room = std::max(width, LeastWidth) - others;
     if (widths[Document] + widths[Result] > room) {
         widths[Document] = std::min(widths[Document], std::max(room / 3, room - widths[Result]));
@@ -103,10 +97,8 @@ QString lineOf(const Row &row, const Widths &widths)
 {
     QStringList cells(
         Columns::padded(Columns::shortened(row[Document], widths[Document]), widths[Document]));
-    for (const int column : {Size, After}) {
-        if (widths[column] > 0)
-            cells.append(row.at(column).rightJustified(widths[column]));
-    }
+    if (widths[Size] > 0)
+        cells.append(row[Size].rightJustified(widths[Size]));
     const auto fit =
         row[Result].startsWith(QLatin1String(Failed)) ? Columns::cut : Columns::shortened;
     cells.append(fit(row[Result], widths[Result]));

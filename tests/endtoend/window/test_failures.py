@@ -246,7 +246,8 @@ class Installation(FailureTest):
         started.managed("Quorlin").ask_to_close()
         self.assertEqual(started.wait_for_end(), 0)
         self.check_no_traces(document, result)
-        self.expect_errors(started, "english.slg: [TEXT] TextOptShow is missing")
+        self.expect_errors(started, "english.slg: [TEXT] TextOptShow is missing",
+                           "Varnex/Info.ssk: Main in [FormMain] lacks its picture")
 
     def test_a_program_that_shows_a_message_before_its_window_can_be_ended(self):
         program = installation(self.desktop.folder / "damaged", copies=["language"])
@@ -257,6 +258,7 @@ class Installation(FailureTest):
         self.assertEqual(started.wait_for_end(END_SECONDS), 0)
         self.check_no_traces()
         self.expect_errors(started, "english.slg: ")
+
 
 class SettingsFile(FailureTest):
     def test_a_damaged_file_is_set_aside_and_settings_are_remembered_again(self):
