@@ -74,3 +74,13 @@ install(DIRECTORY "${packaging}/completion/zsh/"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions")
 install(DIRECTORY "${packaging}/completion/fish/"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+
+# The guides, and documents to try. What somebody else may have put beside them stays out.
+set(documents "${CMAKE_INSTALL_DATADIR}/doc/quorlin")
+install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${documents}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/" DESTINATION "${documents}"
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.schema.json" PATTERN "pictures/*.png")
+set(examples "Grüße aus Thistlemere.odt" "Harvest 2025.xlsx" "Meadow.png" "Membership.pdf"
+    "Seed labels.ps" "Spring Fair.pptx" "Thistlemere Handbook.docx")
+list(TRANSFORM examples PREPEND "${PROJECT_SOURCE_DIR}/examples/")
+install(FILES ${examples} DESTINATION "${documents}/examples")

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2154
-# Shared by ./run and ./test: saying what happens, keeping logs, telling what failed.
+# Shared by the commands of the project: saying what happens, keeping logs, telling what failed.
 # Expects $root, the folder of the project.
 
 logs="$root/build/logs"
