@@ -1,11 +1,16 @@
 #include "app/ModMain.h"
+#include "ui/NoDisplay.h"
 
 #include <QApplication>
 #include <QIcon>
 
+#include <optional>
+
 int main(int argc, char **argv)
 {
+    std::optional<Quorlin::NoDisplay> noDisplay(std::in_place);
     QApplication application(argc, argv);
+    noDisplay.reset();
     QApplication::setApplicationName(QStringLiteral("quorlin"));
     QApplication::setApplicationVersion(QStringLiteral(QUORLIN_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("quorlin"));

@@ -1,8 +1,11 @@
 #include "quorlin-skin/SkinShow.h"
+#include "ui/NoDisplay.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTextStream>
+
+#include <optional>
 
 using namespace Quorlin;
 
@@ -91,7 +94,9 @@ int main(int argc, char **argv)
 {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    std::optional<NoDisplay> noDisplay(std::in_place);
     QApplication application(argc, argv);
+    noDisplay.reset();
     QCoreApplication::setApplicationName(QStringLiteral("quorlin-skin"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORLIN_VERSION));
 

@@ -1,6 +1,10 @@
-"""The display goes away: the program ends with all that it started, and leaves nothing for its next start."""
+"""The display goes away: the program ends with all that it started, and leaves nothing for its next start. Or there
+is none from the beginning."""
 
+import subprocess
 import sys
+import tempfile
+import unittest
 from pathlib import Path
 
 sys.dont_write_bytecode = True
@@ -17,6 +21,24 @@ from harness.windowtest import WindowTest, main  # noqa: E402
 END_SECONDS = 8
 # What makes the user of the next session the same.
 USER = ("HOME", "TMPDIR", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_CACHE_HOME", "XDG_DATA_HOME")
+
+
+class MissingDisplay(unittest.TestCase):
+    def check_start(self, program, **display):
+        with tempfile.TemporaryDirectory() as folder:
+            environment = {"PATH": "/usr/bin:/bin", "HOME": folder, "XDG_RUNTIME_DIR": folder, **display}
+            done = subprocess.run([PROGRAMS / program], env=environment, cwd=folder, capture_output=True, text=True,
+                                  timeout=END_SECONDS, check=False)
+        self.assertEqual(done.returncode, 1, done.stderr)
+        self.assertIn("There is no display that can be reached. quorlin-convert works without one.", done.stderr)
+
+    def test_a_program_without_a_display_says_so_and_ends(self):
+        for program in ("quorlin", "quorlin-skin"):
+            with self.subTest(program):
+                self.check_start(program)
+
+    def test_so_does_one_whose_display_cannot_be_reached(self):
+        self.check_start("quorlin", DISPLAY="nowhere.invalid:7")
 
 
 class LostDisplay(WindowTest):
