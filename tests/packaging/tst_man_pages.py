@@ -28,6 +28,14 @@ def text_of(page):
     return page.read_text(encoding="utf-8")
 
 
+def examples_of(source):
+    """The lines of the commands among the examples, as they shall be shown."""
+    part = source[source.index("\n.Sh EXAMPLES\n"):source.index("\n.Sh SEE ALSO\n")]
+    blocks = re.findall(r"^\.Bd [^\n]*\n(.*?)^\.Ed$", part, re.M | re.S)
+    lines = re.findall(r"^\.Dl (.*)$", part, re.M) + "".join(blocks).splitlines()
+    return [" ".join(line.replace(r"\&", "").replace(r"\e", "\\").split()) for line in lines]
+
+
 class ManPages(unittest.TestCase):
     def each(self, check, pages=None):
         for page in pages or PAGES:
@@ -55,6 +63,17 @@ class ManPages(unittest.TestCase):
             self.assertEqual([line for line in lines if len(line) > 80], [])
 
         self.each(check)
+
+    @needs("man")
+    def test_examples_show_the_words_of_their_source(self):
+        """The macros take a lone sign of punctuation for their own, and join it to its neighbour."""
+        def check(page):
+            source, shown = examples_of(text_of(page)), run("man", "-l", str(page)).stdout
+            lines = [" ".join(line.split()) for line in shown.splitlines()]
+            self.assertGreater(len(source), 0)
+            self.assertEqual([line for line in source if line not in lines], [])
+
+        self.each(check, COMMAND_PAGES)
 
     @needs("mandoc")
     def test_the_other_formatter_finds_nothing_either(self):
