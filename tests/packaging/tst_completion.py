@@ -17,6 +17,7 @@ from commands import COMPLETED, PROJECT, accepted_extensions, environment, optio
 FOLDER = PROJECT / "packaging/linux/completion"
 BASH_COMPLETION = Path("/usr/share/bash-completion/bash_completion")
 SETTINGS = ["Language", "MergeOption", "Position", "Quality", "ShowOption", "Skin"]
+MACHINE_SETTINGS = ["Language", "Quality", "Skin"]
 QUALITIES = ["Default", "High", "Low", "Medium"]
 LANGUAGES = ["deutsch", "english", "français"]
 SKINS = ["Clarity", "Nightfall", "Varnex"]
@@ -88,7 +89,9 @@ class Bash(Completion):
 
     def test_the_settings_are_completed_step_by_step(self):
         cases = {("",): ["get", "list", "remove", "set", "values"], ("get", ""): SETTINGS,
-                 ("--machine", "set", ""): SETTINGS, ("list", ""): [], ("get", "Skin", ""): [],
+                 ("--machine", "set", ""): MACHINE_SETTINGS,
+                 ("remove", "--machine", ""): MACHINE_SETTINGS, ("remove", ""): SETTINGS,
+                 ("list", ""): [], ("get", "Skin", ""): [],
                  ("set", "Language", ""): LANGUAGES, ("set", "Skin", "N"): ["Nightfall"],
                  ("set", "--machine", "Quality", ""): QUALITIES,
                  ("set", "ShowOption", ""): ["false", "true"]}
@@ -130,7 +133,9 @@ class Fish(Completion):
                  "quorlin-convert --merge=": ["--merge=Scan.PDF", "--merge=minutes/"],
                  "quorlin-convert --quality=H": ["--quality=High"],
                  "quorlin-settings set Language ": LANGUAGES,
-                 "quorlin-settings --machine get ": SETTINGS,
+                 "quorlin-settings --machine get ": MACHINE_SETTINGS,
+                 "quorlin-settings remove --machine ": MACHINE_SETTINGS,
+                 "quorlin-settings set ": SETTINGS,
                  "quorlin-settings ": ["get", "list", "remove", "set", "values"],
                  "quorlin-skin ": SKINS, "quorlin-skin --language d": ["deutsch"]}
         for line, expected in cases.items():
@@ -160,7 +165,9 @@ class Zsh(Completion):
                  "quorlin-convert --output=": ["minutes"], "quorlin-convert --timeout ": [],
                  "quorlin-convert --merge ": ["Scan.PDF", "minutes"],
                  "quorlin-settings ": ["get", "list", "remove", "set", "values"],
-                 "quorlin-settings --machine set ": SETTINGS, "quorlin-settings set Skin ": SKINS,
+                 "quorlin-settings --machine set ": MACHINE_SETTINGS,
+                 "quorlin-settings remove --machine ": MACHINE_SETTINGS,
+                 "quorlin-settings set ": SETTINGS, "quorlin-settings set Skin ": SKINS,
                  "quorlin-settings get Skin ": [], "quorlin-skin --language=": LANGUAGES,
                  "quorlin-skin ": SKINS}
         for line, expected in cases.items():

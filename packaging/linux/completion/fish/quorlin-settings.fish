@@ -9,6 +9,11 @@ function __quorlin_settings_needs -a count
     test (count (__quorlin_settings_words)) -eq $count
 end
 
+# Only three settings count for the machine.
+function __quorlin_settings_machine
+    contains -- --machine (commandline -opc)
+end
+
 function __quorlin_settings_values
     quorlin-settings values (__quorlin_settings_words)[3] 2>/dev/null
 end
@@ -23,7 +28,9 @@ complete -c quorlin-settings -n "$command" -a get -d "Show the value of a settin
 complete -c quorlin-settings -n "$command" -a set -d "Check a value and keep it"
 complete -c quorlin-settings -n "$command" -a remove -d "Forget a value"
 complete -c quorlin-settings -n "$command" -a values -d "Show what a setting can be"
-complete -c quorlin-settings -n "$name" -a "Language Quality Skin ShowOption MergeOption Position"
+complete -c quorlin-settings -n "$name" -a "Language Quality Skin"
+complete -c quorlin-settings -n "$name; and not __quorlin_settings_machine" \
+    -a "ShowOption MergeOption Position"
 complete -c quorlin-settings -n "$value" -a "(__quorlin_settings_values)"
 complete -c quorlin-settings -l machine -d "The machine's values"
 complete -c quorlin-settings -s h -l help -d "Show help and end"
