@@ -47,9 +47,10 @@ void Narrator::tellResult(const DocumentRecord &document)
 
 void Narrator::tellMerged(const Report &report)
 {
-    tell(QStringLiteral("%1 documents -> %2")
-             .arg(report.documents.size() - report.failures())
-             .arg(shownPath(report.mergedFile)));
+    const auto count = report.documents.size() - report.failures();
+    const auto noun = count == 1 ? QStringLiteral("document") : QStringLiteral("documents");
+    tell(QStringLiteral("%1 %2 -> %3")
+             .arg(QString::number(count), noun, shownPath(report.mergedFile)));
 }
 
 void Narrator::tell(const QString &line)

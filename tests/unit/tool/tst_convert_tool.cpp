@@ -25,6 +25,7 @@ private Q_SLOTS:
     void aDocumentIsNeverOverwritten();
     void failuresAreNamedWithTheirReasons();
     void aMergeWritesOneFile();
+    void aMergeTellsHowManyDocumentsItHas();
     void aMergeOverADocumentIsWrongUse();
     void anUnknownQualityIsWrongUseAndListsTheNames();
     void missingSettingsAreAnError();
@@ -148,6 +149,18 @@ void tst_convert_tool::aMergeWritesOneFile()
     const auto merged = m_folder->read(QStringLiteral("all.pdf"));
     QVERIFY(merged.contains("a9.txt") && merged.indexOf("a9.txt") < merged.indexOf("a10.txt"));
     QCOMPARE(m_folder->files().filter(QStringLiteral("d/")).size(), 3);
+}
+
+void tst_convert_tool::aMergeTellsHowManyDocumentsItHas()
+{
+    auto options = converting({m_folder->write("a.txt", "a")});
+    options.mergeFile = QStringLiteral("z.pdf");
+    QCOMPARE(run(options), 0);
+    QCOMPARE(m_console->output, QByteArray("1 document -> z.pdf\n"));
+    m_console->output.clear();
+    options.inputs.append(m_folder->write("b.txt", "b"));
+    QCOMPARE(run(options), 0);
+    QCOMPARE(m_console->output, QByteArray("2 documents -> z.pdf\n"));
 }
 
 void tst_convert_tool::aMergeOverADocumentIsWrongUse()
