@@ -183,7 +183,10 @@ CheckedValue InstalledValues::checkLanguage(const QString &name) const
 
 CheckedValue InstalledValues::checkQuality(const QString &text) const
 {
-    const auto names = qualities();
+    const auto settings = ConversionSettings::load(m_folder);
+    if (!settings)
+        return refused(QStringLiteral("%1/Quorlin.ini cannot be read").arg(m_folder));
+    const auto names = settings->jobOptions.names();
     auto index = names.indexOf(text);
     if (index < 0)
         index = names.indexOf(QRegularExpression(
@@ -198,8 +201,7 @@ CheckedValue InstalledValues::checkQuality(const QString &text) const
     const auto kept = QString::number(index);
     if (index == NoQuality)
         return {kept, {}};
-    const auto file =
-        ConversionSettings::load(m_folder)->jobOptions.Item(names.at(index))->Filename();
+    const auto file = settings->jobOptions.Item(names.at(index))->Filename();
     if (!QFileInfo(file).isFile())
         return refused(QStringLiteral("the file of the quality %1 is not there: %2")
                            .arg(names.at(index), file));

@@ -159,7 +159,8 @@ SettingsTool::Found SettingsTool::find(const Setting &setting, Layer layer)
     if (!machines.isEmpty())
         return {machines, QStringLiteral("machine"),
                 remark.isEmpty() ? m_installed.remark(setting, machines) : remark};
-    return {setting.builtIn, QStringLiteral("built-in"), remark};
+    return {setting.builtIn, QStringLiteral("built-in"),
+            remark.isEmpty() ? m_installed.remark(setting, setting.builtIn) : remark};
 }
 
 QString SettingsTool::read(const Setting &setting, Layer layer)

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void aQualityThatIsNotThereIsRefused_data();
     void aQualityThatIsNotThereIsRefused();
     void aQualityWithoutItsFileIsRefused();
+    void withoutTheListOfQualitiesItSaysWhere();
     void aLanguageIsKeptAsItsFileIsCalled();
     void aLanguageThatIsNotThereIsRefused();
     void aDamagedLanguageIsRefusedWithItsFault();
@@ -259,6 +260,19 @@ void tst_settings_tool::aQualityWithoutItsFileIsRefused()
     QVERIFY(QFile::remove(m_folder->path("program/Settings/High.joboptions")));
     QCOMPARE(run("set Quality High"), 2);
     QVERIFY(errors().contains(QLatin1String("the file of the quality High is not there: ")));
+}
+
+void tst_settings_tool::withoutTheListOfQualitiesItSaysWhere()
+{
+    const auto file = m_folder->path("program/Quorlin.ini");
+    QVERIFY(QFile::remove(file));
+    QCOMPARE(run("list"), 0);
+    QVERIFY(output().contains(QStringLiteral(" built-in: %1 cannot be read\n").arg(file)));
+    keep(User, "Quality", QStringLiteral("0"));
+    QCOMPARE(run("list"), 0);
+    QVERIFY(output().contains(QStringLiteral(" user: %1 cannot be read\n").arg(file)));
+    QCOMPARE(run("set Quality 0"), 2);
+    QVERIFY(errors().contains(file + QStringLiteral(" cannot be read")));
 }
 
 void tst_settings_tool::aLanguageIsKeptAsItsFileIsCalled()
