@@ -6,8 +6,40 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+constexpr char Version[] = "quorlin-pdf " QUORLIN_VERSION "\n";
+constexpr char Help[] =
+    "Usage: quorlin-pdf [--help | --version]\n"
+    "\n"
+    "The component of Quorlin that prints, distils and merges documents for other programs.\n"
+    "It reads requests from its standard input and writes reports to its standard output, one\n"
+    "JSON object a line, until its input ends. To convert documents, use quorlin-convert.\n";
+
+/// What the only option asks for; null when there is none.
+const char *answerTo(int argc, char *argv[])
+{
+    const std::string_view option = argc == 2 ? argv[1] : "";
+    if (option == "--version")
+        return Version;
+    return option == "--help" || option == "-h" ? Help : nullptr;
+}
+
+bool print(const char *text)
+{
+    return std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    if (const auto *const answer = answerTo(argc, argv))
+        return print(answer) ? 0 : 1;
+
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("quorlin-pdf"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORLIN_VERSION));

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void greetsFirst();
+    void answersOptionsAndEnds();
     void endsWithItsInput();
     void endsWithItsInputInTheMiddleOfAJob();
     void endsWhenItIsAskedTo();
@@ -135,6 +136,26 @@ void TestComponentProcess::greetsFirst()
     QCOMPARE(m_reports.outline(), QStringLiteral("hello"));
     QCOMPARE(m_reports.last("hello").value(QLatin1String("component")).toString(),
              QStringLiteral("quorlin-pdf"));
+}
+
+/// Without a folder for temporary files: nothing is prepared for it.
+void TestComponentProcess::answersOptionsAndEnds()
+{
+    const auto answerTo = [this](const char *option) {
+        const auto process = makeProcess();
+        auto environment = process->processEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), m_temporary->path("missing"));
+        process->setProcessEnvironment(environment);
+        process->setArguments({QString::fromLatin1(option)});
+        process->start();
+        const bool isDone = process->waitForFinished(Patience) && process->exitCode() == 0 &&
+                            process->exitStatus() == QProcess::NormalExit;
+        return isDone ? process->readAllStandardOutput() : QByteArray("failed");
+    };
+    QCOMPARE(answerTo("--version"), QByteArray("quorlin-pdf " QUORLIN_VERSION "\n"));
+    const auto help = answerTo("--help");
+    QVERIFY(help.startsWith("Usage: quorlin-pdf ") && help.contains("standard input"));
+    QCOMPARE(answerTo("-h"), help);
 }
 
 void TestComponentProcess::endsWithItsInput()
