@@ -23,7 +23,7 @@ test_packages=(
     desktop-file-utils appstream shared-mime-info libglib2.0-bin librsvg2-bin
 )
 
-package_packages=(dpkg-dev debhelper fakeroot lintian)
+package_packages=(build-essential dpkg-dev debhelper fakeroot lintian)
 
 # missing_packages ENTRY…: the packages to install, one a line.
 missing_packages() {
