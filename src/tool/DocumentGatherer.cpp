@@ -3,6 +3,7 @@
 #include "component/protocol/Acceptance.h"
 #include "convert/FolderWalk.h"
 #include "convert/NaturalOrder.h"
+#include "tool/EarlierResults.h"
 #include "tool/FileNames.h"
 
 #include <QDir>
@@ -11,16 +12,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
+#include <utility>
 
 namespace Quorlin {
 
 namespace {
-
-bool isPdf(const QFileInfo &file)
-{
-    return Acceptance::entranceOf(file.fileName()) == Entrance::Pdf;
-}
 
 bool isTaken(const QFileInfo &file)
 {
@@ -108,15 +106,12 @@ void DocumentGatherer::addFolder(const QString &path)
 
 void DocumentGatherer::addFiles(const QFileInfoList &entries)
 {
-    QSet<QString> sources;
-    for (const auto &entry : entries) {
-        if (!isPdf(entry) && isTaken(entry))
-            sources.insert(entry.completeBaseName());
-    }
-    for (const auto &entry : entries) {
-        const bool isResult = isPdf(entry) && sources.contains(entry.completeBaseName());
-        if (!isResult && isTaken(entry))
-            addFile(entry.filePath());
+    QFileInfoList taken;
+    std::ranges::copy_if(entries, std::back_inserter(taken), isTaken);
+    const EarlierResults results(taken);
+    for (const auto &document : std::as_const(taken)) {
+        if (!results.contains(document))
+            addFile(document.filePath());
     }
 }
 

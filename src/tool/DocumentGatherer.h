@@ -15,8 +15,7 @@ namespace Quorlin {
 /// its sub-folders, which follow with everything below them. A name there that is not UTF-8 is
 /// in the list with that reason if its extension is taken. Links to folders are not followed,
 /// except when named. Hidden files and the lock files of office programs ("~$…") are passed over,
-/// and so is a PDF beside a document of the same name: it is that document's result from an earlier
-/// run.
+/// and so are the results of an earlier run over the folder.
 class DocumentGatherer
 {
 public:

@@ -22,6 +22,8 @@ private Q_SLOTS:
     void anEarlierResultIsReplacedAtTheEnd();
     void anEarlierResultIsKeptWhenTheConversionFails();
     void resultsNeverOverwriteDocuments();
+    void aSecondRunOverAFolderMakesNoNewFile();
+    void anOriginalWithTheNameOfAResultIsNotReplaced();
     void aFolderThatCannotBeWrittenIsLeftForTheDocumentsFolder();
     void twoRunsOverOneFolderDoNotDisturbEachOther();
 
@@ -91,6 +93,42 @@ void tst_endtoend_userfiles::resultsNeverOverwriteDocuments()
     for (qsizetype position = 0; position < names.size(); ++position)
         results.insert(outcome.pdf(position));
     QCOMPARE(results.size(), names.size());
+}
+
+void tst_endtoend_userfiles::aSecondRunOverAFolderMakesNoNewFile()
+{
+    m_scene->write(QStringLiteral("d/report.odt"),
+                   contentOf(m_scene->copyExample(QStringLiteral("Grüße aus Thistlemere.odt"))));
+    m_scene->write(QStringLiteral("d/report.xlsx"),
+                   contentOf(m_scene->copyExample(QStringLiteral("Harvest 2025.xlsx"))));
+    for (const auto *name : {"d/report (2).pdf", "d/scan.pdf", "d/UPPER.PDF"})
+        m_scene->write(QString::fromLatin1(name), TestDocuments::pdf("a pdf"));
+    const auto names = [this] {
+        return QDir(m_scene->path(QStringLiteral("d"))).entryList(QDir::Files, QDir::Name);
+    };
+    for (const auto *quality : {"Default", "Low", "Medium", "High"}) {
+        const auto outcome = m_scene->convert(
+            {QStringLiteral("-q"), QString::fromLatin1(quality), QStringLiteral("d")});
+        QCOMPARE(outcome.results(), QStringList(5, QStringLiteral("converted")));
+        QCOMPARE(
+            names(),
+            QStringList({QStringLiteral("UPPER.PDF"), QStringLiteral("UPPER.pdf"),
+                         QStringLiteral("report (2) (2).pdf"), QStringLiteral("report (2).pdf"),
+                         QStringLiteral("report.odt"), QStringLiteral("report.pdf"),
+                         QStringLiteral("report.xlsx"), QStringLiteral("report.xlsx.pdf"),
+                         QStringLiteral("scan (2).pdf"), QStringLiteral("scan.pdf")}));
+    }
+}
+
+void tst_endtoend_userfiles::anOriginalWithTheNameOfAResultIsNotReplaced()
+{
+    m_scene->write(QStringLiteral("d/scan.pdf"), TestDocuments::pdf("one"));
+    m_scene->write(QStringLiteral("d/scan (2).pdf"), TestDocuments::pdf("two"));
+    for (int run = 0; run < 2; ++run) {
+        const auto outcome = m_scene->convert({QStringLiteral("d")});
+        QCOMPARE(outcome.results(), QStringList(2, QStringLiteral("converted")));
+        QCOMPARE(QDir(m_scene->path(QStringLiteral("d"))).entryList(QDir::Files).size(), 4);
+    }
 }
 
 void tst_endtoend_userfiles::aFolderThatCannotBeWrittenIsLeftForTheDocumentsFolder()

@@ -10,6 +10,14 @@
 
 using namespace Quorlin;
 
+namespace {
+
+/// The end of a PDF as the distiller writes it.
+constexpr char Distilled[] = "%PDF-1.4\n2 0 obj\n<</Producer(GPL Ghostscript 10.00.0)\n>>endobj\n"
+                             "xref\n0 1\ntrailer\n<</Info 2 0 R>>\nstartxref\n66\n%%EOF\n";
+
+} // namespace
+
 class tst_document_gatherer : public QObject
 {
     Q_OBJECT
@@ -21,6 +29,9 @@ private Q_SLOTS:
     void onlyAcceptedFilesOfAFolderAreTaken();
     void aNamedFileIsKeptWithItsReason();
     void anEarlierResultIsPassedOverUnlessNamed();
+    void earlierResultsAreToldByTheirNames_data();
+    void earlierResultsAreToldByTheirNames();
+    void anOriginalWithTheNameOfAResultIsKept();
     void repeatsAreDroppedUnlessWanted();
     void theOrderIsThatOfTheWindow();
     void namesThatAreNotUtf8AreTold();
@@ -112,6 +123,62 @@ void tst_document_gatherer::anEarlierResultIsPassedOverUnlessNamed()
     QCOMPARE(names(DocumentGatherer().gather({QStringLiteral("d")}, false)),
              QStringList({QStringLiteral("d/other.pdf"), QStringLiteral("d/report.odt")}));
     QCOMPARE(DocumentGatherer().gather({QStringLiteral("d/report.pdf")}, false).size(), 1);
+}
+
+void tst_document_gatherer::earlierResultsAreToldByTheirNames_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QStringList>("documents");
+    const auto row = [](const char *name, const char *files, const char *documents) {
+        QTest::newRow(name) << QString::fromLatin1(files).split(QLatin1Char('|'))
+                            << QString::fromLatin1(documents).split(QLatin1Char('|'));
+    };
+    row("the plain name", "a.odt|a.pdf", "a.odt");
+    row("the full name", "a.odt|a.odt.pdf|b.odt.pdf", "a.odt|b.odt.pdf");
+    row("all names", "a.odt|a.xlsx|a.pdf|a.odt.pdf|a.xlsx.pdf|a (2).pdf", "a.odt|a.xlsx");
+    row("of a PDF", "a.pdf|a (2).pdf|a (17).pdf", "a.pdf");
+    row("nothing of that name", "a (2).pdf|b.odt", "a (2).pdf|b.odt");
+    row("not taken", "a (2).pdf|a.xyz|a.xyz.pdf", "a (2).pdf|a.xyz.pdf");
+    row("no number of ours", "a.odt|a (1).pdf|a (02).pdf|a(2).pdf|a (2)b.pdf",
+        "a (1).pdf|a (2)b.pdf|a (02).pdf|a.odt|a(2).pdf");
+    row("a chain", "a.pdf|a (2).pdf|a (2) (2).pdf|a (2) (3).pdf", "a.pdf");
+    row("a chain with a gap", "a.pdf|a (2) (2).pdf", "a (2) (2).pdf|a.pdf");
+    row("a chain of its own", "a (2).pdf|a (2) (2).pdf", "a (2).pdf");
+    row("a document with a number", "a (2).odt|a.odt|a (2).pdf", "a (2).odt|a.odt");
+    row("an unusual ending", "UPPER.PDF|UPPER.pdf|UPPER (2).pdf", "UPPER.PDF");
+    row("another case", "Report.ODT|REPORT.pdf|report.odt.PDF|rePort (2).pdf", "Report.ODT");
+    row("no document", "a.pdf|A.odt.pdf|b.pdf", "a.pdf|A.odt.pdf|b.pdf");
+}
+
+void tst_document_gatherer::earlierResultsAreToldByTheirNames()
+{
+    QFETCH(const QStringList, files);
+    QFETCH(QStringList, documents);
+    const ToolFolder folder;
+    for (const auto &file : files)
+        folder.write(qUtf8Printable(QStringLiteral("d/") + file), Distilled);
+    // One in another folder explains nothing.
+    folder.write("d/z/a (2).pdf", Distilled);
+    QStringList found;
+    for (const auto &name : names(DocumentGatherer().gather({QStringLiteral("d")}, false)))
+        found.append(name.mid(2));
+    documents.append(QStringLiteral("z/a (2).pdf"));
+    found.sort();
+    documents.sort();
+    QCOMPARE(found, documents);
+    const auto last = QStringLiteral("d/") + files.last();
+    QCOMPARE(names(DocumentGatherer().gather({last}, false)), QStringList(last));
+}
+
+/// The result of another document would take its place.
+void tst_document_gatherer::anOriginalWithTheNameOfAResultIsKept()
+{
+    const ToolFolder folder;
+    for (const auto *name : {"d/a (2).pdf", "d/a (3).pdf", "d/a.pdf", "d/U.PDF", "d/U.pdf"})
+        folder.write(name, "%PDF-1.4\n<</Producer(another)>>\nxref\nstartxref\n30\n%%EOF\n");
+    folder.write("d/a (4).pdf", "GPL Ghostscript, but no end");
+    folder.write("d/a (5).pdf", "GPL Ghostscript startxref\n99999\n%%EOF\n");
+    QCOMPARE(DocumentGatherer().gather({QStringLiteral("d")}, false).size(), 7);
 }
 
 void tst_document_gatherer::repeatsAreDroppedUnlessWanted()
