@@ -55,9 +55,8 @@ install(FILES "${PROJECT_SOURCE_DIR}/src/ui/resources/quorlin.svg"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 install(DIRECTORY "${packaging}/kio/" DESTINATION "${CMAKE_INSTALL_DATADIR}/kio/servicemenus"
         FILES_MATCHING PATTERN "*.desktop")
-install(DIRECTORY "${packaging}/nautilus/"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/nautilus-python/extensions"
-        FILES_MATCHING PATTERN "*.py")
+install(FILES "${packaging}/nautilus/quorlin_nautilus.py"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/nautilus-python/extensions")
 install(DIRECTORY "${packaging}/nemo/" DESTINATION "${CMAKE_INSTALL_DATADIR}/nemo/actions"
         FILES_MATCHING PATTERN "*.nemo_action")
 install(DIRECTORY "${packaging}/thunar/" DESTINATION "${CMAKE_INSTALL_DATADIR}/Thunar/sendto"

@@ -23,6 +23,9 @@ except ImportError:
 SECONDS = 20
 STAND_IN = """#!/usr/bin/python3
 import json, os, sys
+
+# What the tests compile has no place in the package.
+sys.dont_write_bytecode = True
 with open({0!r} + ".part", "w") as file:
     json.dump(sys.argv[1:], file)
 os.rename({0!r} + ".part", {0!r})

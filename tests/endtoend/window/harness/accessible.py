@@ -4,6 +4,8 @@ Nothing is cached, so that an answer is always the program's present state, and 
 that a window that hangs is noticed as such.
 """
 
+from collections import Counter
+
 from gi.repository import Gio, GLib
 
 from .waiting import SECONDS, Gone, Late, wait_until
@@ -41,6 +43,7 @@ class Bus:
         self._connection = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
         self._connection.set_exit_on_close(False)
         self._shown = []
+        self._times_shown = Counter()
 
     def watch(self):
         """From now on remembers what appears. Menus are announced so and not found in any other way."""
@@ -56,11 +59,18 @@ class Bus:
         nodes = [node for node in self._shown if node.service == service]
         return [node for node in nodes if not node.is_gone()]
 
+    def times_shown(self, node):
+        """How often it has appeared since the beginning, however briefly."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self._times_shown[node]
+
     def _note_shown(self, _connection, service, path, _interface, _signal, details):
         node = Node(self, service, path)
         self._shown = [other for other in self._shown if other != node]
         if details.unpack()[1]:
             self._shown.append(node)
+            self._times_shown[node] += 1
 
     def close(self):
         if not self._connection.is_closed():

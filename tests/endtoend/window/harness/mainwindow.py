@@ -78,9 +78,12 @@ class MainWindow:
         return self.node.has("progress bar", "Progress")
 
     def convert(self):
-        """Presses "Convert" and waits until the job has begun."""
+        """Presses "Convert" and waits until the job has begun; it may be over by then."""
+        bar, bus = self.node.find("progress bar", "Progress", showing=False), self.desktop.bus
+        before = bus.times_shown(bar)
         self.program.click(self.button("Convert"))
-        wait_until(self.is_working, lambda: f"a job to begin in:\n{self.node.tree()}")
+        wait_until(lambda: self.is_working() or bus.times_shown(bar) > before,
+                   lambda: f"a job to begin in:\n{self.node.tree()}")
 
     def wait_until_idle(self, seconds=JOB_SECONDS):
         wait_until(lambda: not self.is_working(), lambda: f"the end of the job in:\n{self.program.tree.tree()}",
