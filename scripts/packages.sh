@@ -6,6 +6,7 @@
 build_packages=(
     cmake ninja-build g++ 'pkg-config|pkgconf'
     qt6-base-dev libqpdf-dev libsqlite3-dev libreoffice-dev
+    libseccomp-dev libfontconfig-dev
 )
 run_packages=(
     'libreoffice-writer-nogui|libreoffice-writer'

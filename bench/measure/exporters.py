@@ -112,13 +112,14 @@ class QuorlinConvert:
         self._quality = quality
         self._seconds_each = seconds_each
 
-    def run(self, documents, folder, report, started=None):
-        """One process for all of `documents`; returns how it ended and the seconds it took."""
+    def run(self, documents, folder, report, started=None, variables=None):
+        """One process for all of `documents`, with more environment variables if given; returns how it ended and
+        the seconds it took."""
         folder.mkdir(parents=True, exist_ok=True)
         command = [self._program, "-q", self._quality, "-o", folder, "--json", report]
         command += [document.staged for document in documents]
         begin = time.monotonic()
-        finished = processes.run(command, 60 + self._seconds_each * len(documents), started)
+        finished = processes.run(command, 60 + self._seconds_each * len(documents), started, variables)
         return finished, time.monotonic() - begin
 
     def convert(self, documents, work, target):

@@ -24,10 +24,10 @@ class Finished:
         return f"{ending}: {lines[-1]}" if lines else ending
 
 
-def run(command, timeout, started=None):
+def run(command, timeout, started=None, variables=None):
     """Runs `command` in a process group of its own and ends it, and all it started, when its time is up.
 
-    `started` is called with the process's id as soon as there is one.
+    `started` is called with the process's id as soon as there is one. `variables` are added to its environment.
     """
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
         process = subprocess.Popen(
@@ -36,6 +36,7 @@ def run(command, timeout, started=None):
             stdout=output,
             stderr=errors,
             start_new_session=True,
+            env={**os.environ, **(variables or {})},
         )
         if started:
             started(process.pid)

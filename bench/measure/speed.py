@@ -40,10 +40,10 @@ class Bench:
         self.run_direct([document])
         self.run_quorlin([document])
 
-    def run_quorlin(self, documents, started=None):
+    def run_quorlin(self, documents, started=None, variables=None):
         folder, report = self._work / "quorlin-out", self._work / "report.json"
         report.unlink(missing_ok=True)
-        finished, seconds = self._quorlin.run(documents, folder, report, started)
+        finished, seconds = self._quorlin.run(documents, folder, report, started, variables)
         outcomes = read_report(report, documents, finished).values()
         converted = sum(1 for outcome in outcomes if outcome.pdf)
         shutil.rmtree(folder)
@@ -65,6 +65,14 @@ class Bench:
             direct = self.run_direct(self.documents)
             return self.run_quorlin(self.documents), direct
         return self.run_quorlin(self.documents), self.run_direct(self.documents)
+
+    def sandbox_round(self, number):
+        """The batch with the sandbox and without, the first one taking turns: (with, without)."""
+        without = {"QUORLIN_SANDBOX": "off"}
+        if number % 2:
+            unconfined = self.run_quorlin(self.documents, variables=without)
+            return self.run_quorlin(self.documents), unconfined
+        return self.run_quorlin(self.documents), self.run_quorlin(self.documents, variables=without)
 
     def warm_single(self, document, repeats, log):
         """[(seconds to PostScript, seconds to PDF)] of fresh copies with a warm engine."""

@@ -41,6 +41,9 @@ constexpr std::array Entries{
           "longest time that one document may take in a step;\n600 if not given"},
     Entry{nullptr, "stall", "SECONDS",
           "longest time that one document may take without any\nprogress; 60 if not given"},
+    Entry{nullptr, "memory", "MEBIBYTES",
+          "memory that one document may need; half of the\n"
+          "machine's, from 1024 to 4096, if not given"},
     Entry{nullptr, "quiet", nullptr, "say nothing but what failed"},
     Entry{"v", "verbose", nullptr, "show what the PDF component logs"},
     Entry{"h", "help", nullptr, "show this help and end"},
@@ -134,6 +137,7 @@ bool OptionsReader::takeTexts(Options &options)
            takeText("output", options.outputFolder) && takeText("json", options.reportFile) &&
            takeSeconds("timeout", options.limits.total) &&
            takeSeconds("stall", options.limits.stall) &&
+           takeNumber("memory", "number of mebibytes", options.limits.memory) &&
            takeNumber("jobs", "number", options.limits.atOnce);
 }
 

@@ -1,5 +1,6 @@
 #include "component/supervisor/Component.h"
 
+#include "component/confinement/Confinement.h"
 #include "component/protocol/Message.h"
 #include "component/protocol/Protocol.h"
 #include "component/supervisor/DistilJob.h"
@@ -22,6 +23,8 @@ QString textOf(const QJsonObject &object, const char *key)
     return object.value(QLatin1String(key)).toString();
 }
 
+constexpr double MostMebibytes = 1 << 20;
+
 Limits limitsOf(const QJsonObject &request)
 {
     Limits limits;
@@ -34,6 +37,9 @@ Limits limitsOf(const QJsonObject &request)
     };
     read("stall", limits.stallMs);
     read("total", limits.totalMs);
+    const auto memory = given.value(QLatin1String("memory")).toDouble(0);
+    if (memory >= 1)
+        limits.memoryBytes = static_cast<qint64>(std::min<double>(memory, MostMebibytes)) << 20;
     const auto atOnce = given.value(QLatin1String("atOnce")).toDouble(0);
     if (atOnce >= 1)
         limits.atOnce = static_cast<int>(std::min<double>(atOnce, Job::MostUnderWay));
@@ -93,6 +99,8 @@ bool Component::prepare()
         qWarning("The journal cannot be written; a killed run will leave its files behind.");
     for (const auto &path : m_journal.recover())
         qInfo("Removed %s, left by a run that was killed.", qUtf8Printable(path));
+    if (const auto missing = Confinement::missing(); !missing.isEmpty())
+        qWarning("%s", qUtf8Printable(missing));
     if (!m_workFolder.create())
         return false;
     m_workers = std::make_unique<Workers>(m_programFolder, m_workFolder);

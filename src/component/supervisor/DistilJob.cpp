@@ -8,12 +8,17 @@
 #include "component/supervisor/Workers.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 namespace Quorlin {
 
 namespace {
+
+constexpr char InputName[] = "/input.ps";
+constexpr char OutputName[] = "/output.pdf";
+constexpr char OptionsName[] = "/options.joboptions";
 
 /// A job-options file is a few kilobytes; empty when it is missing, no file or absurdly large.
 QByteArray smallFile(const QString &path)
@@ -57,7 +62,7 @@ bool DistilJob::bringInOptions()
             return false;
         const auto name = QString::fromLatin1(
             QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
-        QFile copy(m_workers.distilFolder() + QLatin1Char('/') + name +
+        QFile copy(m_workers.optionsFolder() + QLatin1Char('/') + name +
                    QStringLiteral(".joboptions"));
         if (!copy.exists() &&
             (!copy.open(QIODevice::WriteOnly) || copy.write(content) != content.size()))
@@ -79,48 +84,33 @@ void DistilJob::admit(qsizetype index)
 {
     const auto &document = m_request.documents[index];
     tell(tr("Distilling %1").arg(QFileInfo(document.file).fileName()));
-    m_work[index].options = m_options.value(document.options);
     const auto made = m_outputs.find(document.file);
-    if (made && made->origin == PostScriptOrigin::Ours && QFileInfo::exists(made->kept))
-        prepareOurs(index, *made);
-    else
-        prepareOther(index, made ? made->origin : PostScriptOrigin::Foreign);
+    const bool ours =
+        made && made->origin == PostScriptOrigin::Ours && QFileInfo::exists(made->kept);
+    if (!prepare(index, made ? made->origin : PostScriptOrigin::Foreign))
+        return refuse(index, Reason::NoRoom);
+    m_work[index].pages = ours ? made->pages : 0;
+    bringIn(index, ours ? made->kept : document.file);
 }
 
-void DistilJob::prepareOurs(qsizetype index, const Outputs::Output &made)
-{
-    auto &work = m_work[index];
-    work.folder = m_workers.distilFolder();
-    work.origin = made.origin;
-    work.pages = made.pages;
-    const auto stem = QStringLiteral("%1/%2").arg(work.folder, m_workFolder.uniqueName());
-    work.input = stem + QStringLiteral(".ps");
-    work.output = stem + QStringLiteral(".pdf");
-    bringIn(index, made.kept);
-}
-
-void DistilJob::prepareOther(qsizetype index, PostScriptOrigin origin)
+/// Makes the folder that the document's distiller works in.
+bool DistilJob::prepare(qsizetype index, PostScriptOrigin origin)
 {
     auto &work = m_work[index];
     const auto folder = m_workFolder.newFolder(QStringLiteral("distil"));
-    if (!folder)
-        return refuse(index, Reason::NoRoom);
-    const auto options = *folder + QStringLiteral("/options.joboptions");
-    if (!QFile::copy(work.options, options))
-        return refuse(index, Reason::NoRoom);
-    work.folder = *folder;
+    work.folder = folder.value_or(QString());
     work.origin = origin;
-    work.options = options;
-    work.input = *folder + QStringLiteral("/input.ps");
-    work.output = *folder + QStringLiteral("/output.pdf");
-    bringIn(index, m_request.documents[index].file);
+    work.options = m_options.value(m_request.documents[index].options);
+    return folder &&
+           (work.isWarm() || QFile::copy(work.options, *folder + QLatin1String(OptionsName)));
 }
 
 /// A foreign program may write in its folder, so it never gets a second name of the user's file.
 void DistilJob::bringIn(qsizetype index, const QString &from)
 {
-    const bool foreign = m_work[index].origin == PostScriptOrigin::Foreign;
-    const auto copy = [from, to = m_work[index].input, foreign] {
+    const auto &work = m_work[index];
+    const bool foreign = work.origin == PostScriptOrigin::Foreign;
+    const auto copy = [from, to = work.folder + QLatin1String(InputName), foreign] {
         return foreign ? BringIn::file(from, to) : BringIn::linkedFile(from, to);
     };
     Background::run(this, copy, [this, index](Reason reason) {
@@ -131,22 +121,28 @@ void DistilJob::bringIn(qsizetype index, const QString &from)
     });
 }
 
+QJsonObject DistilJob::requestIn(const QString &folder, const Work &work) const
+{
+    return {{QStringLiteral("input"), folder + QLatin1String(InputName)},
+            {QStringLiteral("output"), folder + QLatin1String(OutputName)},
+            {QStringLiteral("options"), folder + QLatin1String(OptionsName)},
+            {QStringLiteral("pages"), work.pages},
+            {QStringLiteral("printed"), work.origin != PostScriptOrigin::Foreign}};
+}
+
 void DistilJob::distil(qsizetype index)
 {
     const auto &work = m_work[index];
-    const bool warm = work.origin == PostScriptOrigin::Ours;
     WorkerTask task;
-    task.request = {{QStringLiteral("input"), work.input},
-                    {QStringLiteral("output"), work.output},
-                    {QStringLiteral("options"), work.options},
-                    {QStringLiteral("pages"), work.pages},
-                    {QStringLiteral("printed"), work.origin != PostScriptOrigin::Foreign}};
+    task.request = [this, index](const QString &folder) {
+        return requestIn(folder, m_work[index]);
+    };
     task.folder = work.folder;
-    task.key = warm ? work.options : QString();
+    task.key = work.isWarm() ? work.options : QString();
     task.limits = limits();
     task.progressed = [this, index](int percent) { setPercent(index, percent); };
     task.finished = [this, index](const WorkerAnswer &answer) { distilled(index, answer); };
-    (warm ? m_workers.warmDistil() : m_workers.singleDistil()).submit(std::move(task));
+    (work.isWarm() ? m_workers.warmDistil() : m_workers.singleDistil()).submit(std::move(task));
 }
 
 void DistilJob::distilled(qsizetype index, const WorkerAnswer &answer)
@@ -168,21 +164,19 @@ void DistilJob::distilled(qsizetype index, const WorkerAnswer &answer)
 void DistilJob::retryAlone(qsizetype index)
 {
     auto &work = m_work[index];
-    const auto origin =
-        work.origin == PostScriptOrigin::Ours ? PostScriptOrigin::Printed : work.origin;
-    const auto warmInput = work.input;
-    QFile::remove(work.output);
+    QDir(work.folder).removeRecursively();
     work.secondTry = true;
-    work.options = m_options.value(m_request.documents[index].options);
-    prepareOther(index, origin);
-    if (warmInput != work.input)
-        QFile::remove(warmInput);
+    if (prepare(index, work.isWarm() ? PostScriptOrigin::Printed : work.origin))
+        bringIn(index, m_request.documents[index].file);
+    else
+        refuse(index, Reason::NoRoom);
 }
 
 void DistilJob::placeOutput(qsizetype index)
 {
     const auto &file = m_request.documents[index].file;
-    const auto place = [&outputs = m_outputs, from = m_work[index].output,
+    const auto place = [&outputs = m_outputs,
+                        from = m_work[index].folder + QLatin1String(OutputName),
                         folder = QFileInfo(file).absolutePath(), base = ResultNames::baseOf(file)] {
         return outputs.place(from, folder, base, QStringLiteral("pdf"),
                              {.step = Outputs::Step::Distil});
@@ -209,8 +203,8 @@ void DistilJob::refuse(qsizetype index, Reason reason, const QString &text)
 /// The document is done: what was made for it goes, and the next one has its place.
 void DistilJob::leave(qsizetype index)
 {
-    if (const auto &input = m_work[index].input; !input.isEmpty())
-        QFile::remove(input);
+    if (const auto &folder = m_work[index].folder; !folder.isEmpty())
+        QFile::remove(folder + QLatin1String(InputName));
     m_outputs.remove(m_request.documents[index].file);
     --m_underWay;
     QMetaObject::invokeMethod(this, &DistilJob::admitMore, Qt::QueuedConnection);

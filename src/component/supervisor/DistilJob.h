@@ -44,22 +44,22 @@ protected:
     void begin() override;
 
 private:
+    /// What is known of one document on its way.
     struct Work
     {
-        QString folder;
-        QString input;
-        QString output;
+        QString folder; ///< holds its input and output, and its options when it is alone
         QString options;
         int pages = 0;
         PostScriptOrigin origin = PostScriptOrigin::Foreign;
         bool secondTry = false;
+
+        [[nodiscard]] bool isWarm() const { return origin == PostScriptOrigin::Ours; }
     };
 
     [[nodiscard]] bool bringInOptions();
     void admitMore();
     void admit(qsizetype index);
-    void prepareOurs(qsizetype index, const Outputs::Output &made);
-    void prepareOther(qsizetype index, PostScriptOrigin origin);
+    [[nodiscard]] bool prepare(qsizetype index, PostScriptOrigin origin);
     void bringIn(qsizetype index, const QString &from);
     void distil(qsizetype index);
     void distilled(qsizetype index, const WorkerAnswer &answer);
@@ -67,6 +67,7 @@ private:
     void placeOutput(qsizetype index);
     void refuse(qsizetype index, Reason reason, const QString &text = {});
     void leave(qsizetype index);
+    [[nodiscard]] QJsonObject requestIn(const QString &folder, const Work &work) const;
 
     Request m_request;
     Workers &m_workers;

@@ -1,21 +1,16 @@
 #include "component/supervisor/GhostscriptRun.h"
 
+#include "component/confinement/DiskRoom.h"
 #include "component/supervisor/PdfFile.h"
 
 #include <QProcessEnvironment>
-#include <QStorageInfo>
+#include <QStandardPaths>
 
 namespace Quorlin {
 
 namespace {
 
-/// A disk of which the system tells nothing is not taken for full.
-bool hasRoom(const QString &folder)
-{
-    constexpr qint64 LittleRoom = 1024 * 1024;
-    const QStorageInfo disk(folder);
-    return !disk.isValid() || disk.bytesAvailable() > LittleRoom;
-}
+constexpr qint64 LittleRoom = 1024 * 1024; ///< bytes
 
 } // namespace
 
@@ -32,8 +27,22 @@ void GhostscriptRun::prepareProcess(QProcess &process, const QString &folder,
     process.setWorkingDirectory(folder);
     // What it complains about comes through the answers; the rest would only fill the log.
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setProgram(QStringLiteral("gs"));
+    // A name that is nowhere fails to start, which says that it is missing.
+    const auto found = program();
+    process.setProgram(found.isEmpty() ? QStringLiteral("gs") : found);
     process.setArguments(arguments);
+}
+
+std::shared_ptr<const Confinement> GhostscriptRun::confinementIn(const QString &folder)
+{
+    auto boundaries = Boundaries::around(folder);
+    boundaries.runnable = {program()};
+    return std::make_shared<const Confinement>(boundaries);
+}
+
+QString GhostscriptRun::program()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("gs"));
 }
 
 WorkerAnswer GhostscriptRun::failureOf(const QByteArray &errorName)
@@ -64,17 +73,17 @@ QString GhostscriptRun::name()
 
 void GhostscriptRun::prepare(QProcess &process)
 {
-    const bool printed = task().request.value(QLatin1String("printed")).toBool();
+    const bool printed = request().value(QLatin1String("printed")).toBool();
     const auto arguments = GhostscriptCommand::oneFile(
-        task().folder, path(QLatin1String("options")), path(QLatin1String("input")),
+        folder(), path(QLatin1String("options")), path(QLatin1String("input")),
         path(QLatin1String("output")),
         printed ? PostScriptOrigin::Printed : PostScriptOrigin::Foreign);
-    prepareProcess(process, task().folder, arguments);
+    prepareProcess(process, folder(), arguments);
 }
 
 QString GhostscriptRun::path(QLatin1String key) const
 {
-    return task().request.value(key).toString();
+    return request().value(key).toString();
 }
 
 void GhostscriptRun::read(const QByteArray &bytes)
@@ -104,8 +113,8 @@ WorkerAnswer GhostscriptRun::exited(int exitCode, QProcess::ExitStatus status)
     if (!m_error.isEmpty() && !m_optionsRead)
         return badOptions(m_error);
     // A program that somebody gave us may fail in this way at files that it may not touch.
-    const bool printed = task().request.value(QLatin1String("printed")).toBool();
-    if (!printed && m_error == "ioerror" && hasRoom(task().folder))
+    const bool printed = request().value(QLatin1String("printed")).toBool();
+    if (!printed && m_error == "ioerror" && !DiskRoom::isShort(folder(), LittleRoom))
         return {Reason::Damaged, tr("the PostScript is faulty (ioerror)"), {}, true};
     if (exitCode != 0 || !m_error.isEmpty())
         return failureOf(m_error.isEmpty() ? QByteArray("error") : m_error);

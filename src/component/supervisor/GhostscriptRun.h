@@ -20,6 +20,10 @@ public:
     /// Program, folder for temporary files and channels of any Ghostscript process of ours.
     static void prepareProcess(QProcess &process, const QString &folder,
                                const QStringList &arguments);
+    /// Keeps such a process inside the folder.
+    [[nodiscard]] static std::shared_ptr<const Confinement> confinementIn(const QString &folder);
+    /// The path of the program; empty when it is not installed.
+    [[nodiscard]] static QString program();
     /// What PostScript's name of an error means for the document.
     [[nodiscard]] static WorkerAnswer failureOf(const QByteArray &errorName);
     /// The same for an error in the job options.
@@ -29,7 +33,11 @@ public:
 protected:
     void prepare(QProcess &process) override;
     [[nodiscard]] bool startsWithTask() const override { return true; }
-    void begin(const WorkerTask &) override {}
+    [[nodiscard]] std::shared_ptr<const Confinement> confinement() const override
+    {
+        return confinementIn(folder());
+    }
+    void begin() override {}
     void read(const QByteArray &bytes) override;
     WorkerAnswer exited(int exitCode, QProcess::ExitStatus status) override;
     [[nodiscard]] QString programName() const override { return name(); }

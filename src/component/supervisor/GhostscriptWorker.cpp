@@ -10,28 +10,39 @@
 
 namespace Quorlin {
 
-GhostscriptWorker::GhostscriptWorker(const QString &folder, const QString &optionsFile,
-                                     QObject *parent)
-    : Worker(parent), m_folder(folder), m_optionsFile(optionsFile), m_lines(64 * 1024)
+GhostscriptWorker::GhostscriptWorker(const QString &optionsFile, QObject *parent)
+    : Worker(parent), m_optionsFile(optionsFile), m_lines(64 * 1024)
 {
 }
 
 void GhostscriptWorker::prepare(QProcess &process)
 {
-    GhostscriptRun::prepareProcess(process, m_folder, GhostscriptCommand::server(m_folder));
+    // A copy that could not be made is missing when the program looks for it.
+    QFile::copy(m_optionsFile, ownOptions());
+    GhostscriptRun::prepareProcess(process, place(), GhostscriptCommand::server(place()));
+}
+
+std::shared_ptr<const Confinement> GhostscriptWorker::confinement() const
+{
+    return GhostscriptRun::confinementIn(place());
 }
 
 void GhostscriptWorker::started()
 {
-    write(GhostscriptServer::start(QFile::encodeName(m_optionsFile), nextToken()));
+    write(GhostscriptServer::start(QFile::encodeName(ownOptions()), nextToken()));
 }
 
-void GhostscriptWorker::begin(const WorkerTask &task)
+QString GhostscriptWorker::ownOptions() const
+{
+    return place() + QStringLiteral("/options.joboptions");
+}
+
+void GhostscriptWorker::begin()
 {
     m_error.clear();
     m_pages = 0;
-    const auto path = [&task](QLatin1String key) {
-        return QFile::encodeName(task.request.value(key).toString());
+    const auto path = [this](QLatin1String key) {
+        return QFile::encodeName(request().value(key).toString());
     };
     write(GhostscriptServer::distil(path(QLatin1String("input")), path(QLatin1String("output")),
                                     nextToken()));
@@ -56,7 +67,7 @@ void GhostscriptWorker::handle(const QByteArray &line)
     }
     if (said->kind == Kind::Page) {
         m_pages = said->pages;
-        const auto expected = task().request.value(QLatin1String("pages")).toInt();
+        const auto expected = request().value(QLatin1String("pages")).toInt();
         return reportProgress(expected > 0 ? qMin(99, m_pages * 100 / expected) : 0);
     }
     if (!isStarting())
@@ -69,7 +80,7 @@ void GhostscriptWorker::handle(const QByteArray &line)
 
 void GhostscriptWorker::finishDocument()
 {
-    const auto output = task().request.value(QLatin1String("output")).toString();
+    const auto output = request().value(QLatin1String("output")).toString();
     WorkerAnswer result{Reason::None, {}, {{QStringLiteral("pages"), m_pages}}, false};
     if (!m_error.isEmpty())
         result = GhostscriptRun::failureOf(m_error);

@@ -15,14 +15,14 @@ JsonWorker::JsonWorker(const QString &program, const QStringList &arguments, con
 void JsonWorker::prepare(QProcess &process)
 {
     process.setProgram(m_program);
-    process.setArguments(m_arguments);
+    process.setArguments(m_arguments + QStringList{QStringLiteral("--work"), place()});
 }
 
-void JsonWorker::begin(const WorkerTask &task)
+void JsonWorker::begin()
 {
-    auto request = task.request;
-    request.insert(QStringLiteral("id"), ++m_nextId);
-    write(Message::encode(request));
+    auto message = request();
+    message.insert(QStringLiteral("id"), ++m_nextId);
+    write(Message::encode(message));
 }
 
 void JsonWorker::read(const QByteArray &bytes)

@@ -13,13 +13,14 @@ class JsonWorker : public Worker
     Q_OBJECT
 
 public:
-    /// @param program absolute path; @param name how people know it.
+    /// @param program absolute path. @param arguments before "--work" and the worker's place.
+    /// @param name how people know it.
     JsonWorker(const QString &program, const QStringList &arguments, const QString &name,
                QObject *parent = nullptr);
 
 protected:
     void prepare(QProcess &process) override;
-    void begin(const WorkerTask &task) override;
+    void begin() override;
     void read(const QByteArray &bytes) override;
     [[nodiscard]] QString programName() const override { return m_name; }
 

@@ -2,6 +2,7 @@
 
 #include "component/protocol/ResultNames.h"
 #include "component/supervisor/Background.h"
+#include "component/supervisor/BringIn.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
 #include "component/supervisor/WorkFolder.h"
@@ -10,7 +11,15 @@
 #include <QFileInfo>
 #include <QJsonArray>
 
+#include <utility>
+
 namespace Quorlin {
+
+namespace {
+
+constexpr char OutputName[] = "/merged.pdf";
+
+} // namespace
 
 MergeJob::MergeJob(const Request &request, Workers &workers, WorkFolder &workFolder,
                    Outputs &outputs, QObject *parent)
@@ -25,17 +34,57 @@ void MergeJob::begin()
     const auto folder = m_workFolder.newFolder(QStringLiteral("merge"));
     if (!folder)
         return failAll(Reason::NoRoom);
-    m_output = *folder + QStringLiteral("/merged.pdf");
+    m_folder = *folder;
+    bringIn();
+}
+
+QString MergeJob::inputName(qsizetype index)
+{
+    return QStringLiteral("/%1.pdf").arg(index + 1);
+}
+
+/// Brings the documents to where the worker reaches them: what we made by a second name, what
+/// somebody else did as a copy.
+void MergeJob::bringIn()
+{
+    const auto bring = [files = m_request.documents, folder = m_folder, &outputs = m_outputs] {
+        for (qsizetype i = 0; i < files.size(); ++i) {
+            const auto target = folder + inputName(i);
+            const auto reason = outputs.find(files[i]) ? BringIn::linkedFile(files[i], target)
+                                                       : BringIn::file(files[i], target);
+            if (reason != Reason::None)
+                return std::pair(reason, files[i]);
+        }
+        return std::pair(Reason::None, QString());
+    };
+    Background::run(this, bring, [this](const std::pair<Reason, QString> &failure) {
+        if (failure.first == Reason::None)
+            merge();
+        else
+            failAll(failure.first,
+                    failure.second + QStringLiteral(": ") + reasonText(failure.first));
+    });
+}
+
+QJsonObject MergeJob::requestIn(const QString &folder) const
+{
     QJsonArray inputs;
-    for (const auto &file : std::as_const(m_request.documents))
-        inputs.append(QJsonObject{{QStringLiteral("file"), file},
-                                  {QStringLiteral("title"), ResultNames::baseOf(file)}});
+    for (qsizetype i = 0; i < count(); ++i)
+        inputs.append(
+            QJsonObject{{QStringLiteral("file"), folder + inputName(i)},
+                        {QStringLiteral("name"), m_request.documents[i]},
+                        {QStringLiteral("title"), ResultNames::baseOf(m_request.documents[i])}});
+    return {{QStringLiteral("op"), QStringLiteral("merge")},
+            {QStringLiteral("inputs"), inputs},
+            {QStringLiteral("output"), folder + QLatin1String(OutputName)},
+            {QStringLiteral("bookmarks"), m_request.bookmarks}};
+}
+
+void MergeJob::merge()
+{
     WorkerTask task;
-    task.request = {{QStringLiteral("op"), QStringLiteral("merge")},
-                    {QStringLiteral("inputs"), inputs},
-                    {QStringLiteral("output"), m_output},
-                    {QStringLiteral("bookmarks"), m_request.bookmarks}};
-    task.folder = *folder;
+    task.request = [this](const QString &folder) { return requestIn(folder); };
+    task.folder = m_folder;
     task.limits = limits();
     task.progressed = [this](int percent) {
         for (qsizetype i = 0; i < count(); ++i)
@@ -49,7 +98,7 @@ void MergeJob::merged(const WorkerAnswer &answer)
 {
     if (answer.reason != Reason::None)
         return failAll(answer.reason, answer.text);
-    if (!PdfFile::looksWhole(m_output))
+    if (!PdfFile::looksWhole(output()))
         return failAll(Reason::EngineFailed);
     placeOutput();
 }
@@ -57,7 +106,7 @@ void MergeJob::merged(const WorkerAnswer &answer)
 void MergeJob::placeOutput()
 {
     const auto first = m_request.documents.first();
-    const auto place = [&outputs = m_outputs, from = m_output, first] {
+    const auto place = [&outputs = m_outputs, from = output(), first] {
         return outputs.place(from, QFileInfo(first).absolutePath(), ResultNames::baseOf(first),
                              QStringLiteral("merged"), {.step = Outputs::Step::Merge});
     };
@@ -82,6 +131,11 @@ void MergeJob::failAll(Reason reason, const QString &text)
         QFileInfo(first).absolutePath(), ResultNames::baseOf(first), QStringLiteral("merged"));
     for (qsizetype i = 0; i < count(); ++i)
         fail(i, reason, text, missing);
+}
+
+QString MergeJob::output() const
+{
+    return m_folder + QLatin1String(OutputName);
 }
 
 void MergeJob::concluding()

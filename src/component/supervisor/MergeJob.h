@@ -37,16 +37,22 @@ protected:
     void concluding() override;
 
 private:
+    void bringIn();
+    void merge();
     void merged(const WorkerAnswer &answer);
     void placeOutput();
     void succeedAll(const QString &output);
     void failAll(Reason reason, const QString &text = {});
+    [[nodiscard]] QJsonObject requestIn(const QString &folder) const;
+    [[nodiscard]] QString output() const;
+    /// The name of a document in the working folder.
+    [[nodiscard]] static QString inputName(qsizetype index);
 
     Request m_request;
     Workers &m_workers;
     WorkFolder &m_workFolder;
     Outputs &m_outputs;
-    QString m_output;
+    QString m_folder;
 };
 
 } // namespace Quorlin

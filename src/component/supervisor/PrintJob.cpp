@@ -40,10 +40,20 @@ QString folderAddress(const QString &folder)
     return address.endsWith(QLatin1Char('/')) ? address : address + QLatin1Char('/');
 }
 
-/// Beside the document, since the engine writes links to files relative to the PDF.
-QString exportOf(const QString &input)
+// In a document's working folder. The export lies beside the document, since the engine writes
+// links to files relative to the PDF.
+constexpr char InputFolder[] = "/in";
+constexpr char ExportName[] = "/in/quorlin-export.pdf";
+constexpr char PrintedName[] = "/printed.ps";
+
+QString inputIn(const QString &folder, const QString &name)
 {
-    return QFileInfo(input).absolutePath() + QStringLiteral("/quorlin-export.pdf");
+    return folder + QLatin1String(InputFolder) + QLatin1Char('/') + name;
+}
+
+bool isPdf(const QString &file)
+{
+    return Acceptance::entranceOf(file) == Entrance::Pdf;
 }
 
 bool deservesSecondTry(Reason reason)
@@ -96,7 +106,7 @@ void PrintJob::admit(qsizetype index)
     if (document.place.inPlace)
         return useAsItIs(index);
     const auto folder = m_workFolder.newFolder(QStringLiteral("document"));
-    if (!folder || !QDir(*folder).mkdir(QStringLiteral("in")))
+    if (!folder || !QDir().mkdir(*folder + QLatin1String(InputFolder)))
         return refuse(index, Reason::NoRoom);
     document.folder = *folder;
     bringIn(index, BringIn::safeName(name));
@@ -105,8 +115,8 @@ void PrintJob::admit(qsizetype index)
 void PrintJob::bringIn(qsizetype index, const QString &name)
 {
     auto &document = m_documents[index];
-    document.input = document.folder + QStringLiteral("/in/") + name;
-    const auto copy = [from = document.file, to = document.input] {
+    document.name = name;
+    const auto copy = [from = document.file, to = inputIn(document.folder, name)] {
         return BringIn::document(from, to);
     };
     Background::run(this, copy, [this, index](Reason reason) {
@@ -124,9 +134,10 @@ void PrintJob::broughtIn(qsizetype index)
     case Entrance::Office:
         return exportDocument(index);
     case Entrance::Pdf:
-        return print(index, document.input);
+        return print(index);
     case Entrance::PostScript:
-        return placeOutput(index, document.input, {.origin = PostScriptOrigin::Foreign});
+        return placeOutput(index, inputIn(document.folder, document.name),
+                           {.origin = PostScriptOrigin::Foreign});
     case Entrance::None:
         return refuse(index, Reason::UnknownFormat);
     }
@@ -143,10 +154,9 @@ void PrintJob::useAsItIs(qsizetype index)
     });
 }
 
-WorkerTask PrintJob::taskFor(qsizetype index, const QJsonObject &request, int from, int to)
+WorkerTask PrintJob::taskFor(qsizetype index, int from, int to)
 {
     WorkerTask task;
-    task.request = request;
     task.folder = m_documents[index].folder;
     task.limits = limits();
     task.progressed = [this, index, from, to](int percent) {
@@ -157,29 +167,34 @@ WorkerTask PrintJob::taskFor(qsizetype index, const QJsonObject &request, int fr
 
 void PrintJob::exportDocument(qsizetype index)
 {
-    const auto &document = m_documents[index];
-    auto task = taskFor(index,
-                        {{QStringLiteral("op"), QStringLiteral("export")},
-                         {QStringLiteral("input"), document.input},
-                         {QStringLiteral("output"), exportOf(document.input)},
-                         {QStringLiteral("plain"), document.secondTry}},
-                        0, ExportedPercent);
-    if (document.secondTry)
+    auto task = taskFor(index, 0, ExportedPercent);
+    task.request = [this, index](const QString &folder) { return exportRequest(index, folder); };
+    if (m_documents[index].secondTry)
         task.after = m_engineGeneration;
     task.finished = [this, index](const WorkerAnswer &answer) { exported(index, answer); };
     m_workers.office().submit(std::move(task));
 }
 
-void PrintJob::exported(qsizetype index, const WorkerAnswer &answer)
+QJsonObject PrintJob::exportRequest(qsizetype index, const QString &folder) const
 {
     const auto &document = m_documents[index];
-    const auto pdf = exportOf(document.input);
+    return {{QStringLiteral("op"), QStringLiteral("export")},
+            {QStringLiteral("input"), inputIn(folder, document.name)},
+            {QStringLiteral("output"), folder + QLatin1String(ExportName)},
+            {QStringLiteral("plain"), document.secondTry}};
+}
+
+void PrintJob::exported(qsizetype index, const WorkerAnswer &answer)
+{
+    auto &document = m_documents[index];
+    document.exportFolder = answer.folder;
     auto result = answer;
-    if (result.reason == Reason::None && !PdfFile::looksWhole(pdf))
+    if (result.reason == Reason::None &&
+        !PdfFile::looksWhole(document.folder + QLatin1String(ExportName)))
         result = {Reason::EngineFailed, {}, {}, false};
     if (result.reason != Reason::None)
         return retryLater(index, result);
-    print(index, pdf);
+    print(index);
 }
 
 void PrintJob::retryLater(qsizetype index, const WorkerAnswer &answer)
@@ -200,7 +215,7 @@ void PrintJob::retry(qsizetype index)
 {
     auto &document = m_documents[index];
     document.secondTry = true;
-    QFile::remove(exportOf(document.input));
+    QFile::remove(document.folder + QLatin1String(ExportName));
     bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
 }
 
@@ -209,7 +224,9 @@ QJsonArray PrintJob::rebaseOf(const Document &document)
     // Relative links point beside the copy; the working folder's parents stand for those of
     // the document's own folder.
     QJsonArray pairs;
-    auto from = QFileInfo(document.input).absolutePath();
+    if (document.exportFolder.isEmpty())
+        return pairs;
+    auto from = document.exportFolder + QLatin1String(InputFolder);
     auto to = QFileInfo(document.file).absolutePath();
     while (!QDir(from).isRoot()) {
         pairs.append(QJsonArray{folderAddress(from), folderAddress(to)});
@@ -219,34 +236,38 @@ QJsonArray PrintJob::rebaseOf(const Document &document)
     return pairs;
 }
 
-void PrintJob::print(qsizetype index, const QString &pdf)
+void PrintJob::print(qsizetype index)
 {
-    const auto &document = m_documents[index];
     setPercent(index, ExportedPercent);
-    auto task =
-        taskFor(index,
-                {{QStringLiteral("op"), QStringLiteral("print")},
-                 {QStringLiteral("input"), pdf},
-                 {QStringLiteral("output"), document.folder + QStringLiteral("/printed.ps")},
-                 {QStringLiteral("work"), document.folder},
-                 {QStringLiteral("printer"), m_request.printerName},
-                 {QStringLiteral("title"), document.place.base},
-                 {QStringLiteral("rebase"), rebaseOf(document)},
-                 {QStringLiteral("foreign"), pdf == document.input}},
-                ExportedPercent, 99);
+    auto task = taskFor(index, ExportedPercent, 99);
+    task.request = [this, index](const QString &folder) { return printRequest(index, folder); };
     task.finished = [this, index](const WorkerAnswer &answer) { printed(index, answer); };
     m_workers.print().submit(std::move(task));
+}
+
+QJsonObject PrintJob::printRequest(qsizetype index, const QString &folder) const
+{
+    const auto &document = m_documents[index];
+    const bool foreign = isPdf(document.file);
+    return {{QStringLiteral("op"), QStringLiteral("print")},
+            {QStringLiteral("input"),
+             foreign ? inputIn(folder, document.name) : folder + QLatin1String(ExportName)},
+            {QStringLiteral("output"), folder + QLatin1String(PrintedName)},
+            {QStringLiteral("work"), folder},
+            {QStringLiteral("printer"), m_request.printerName},
+            {QStringLiteral("title"), document.place.base},
+            {QStringLiteral("rebase"), rebaseOf(document)},
+            {QStringLiteral("foreign"), foreign}};
 }
 
 void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
 {
     auto &document = m_documents[index];
-    const bool isPdf = Acceptance::entranceOf(document.file) == Entrance::Pdf;
     if (answer.reason == Reason::EngineFailed && !std::exchange(document.printedAgain, true))
-        return print(index, isPdf ? document.input : exportOf(document.input));
+        return print(index);
     if (answer.reason != Reason::None)
         return refuse(index, answer.reason, answer.text);
-    const auto file = document.folder + QStringLiteral("/printed.ps");
+    const auto file = document.folder + QLatin1String(PrintedName);
     if (Acceptance::refusalOf(file) != Reason::None)
         return refuse(index, Reason::EngineFailed);
     const bool ours = Acceptance::entranceOf(document.file) == Entrance::Office;

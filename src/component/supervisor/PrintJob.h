@@ -45,8 +45,9 @@ private:
     {
         QString file;
         ResultNames::Place place;
-        QString folder; ///< its working folder
-        QString input;  ///< the copy inside
+        QString folder;       ///< its working folder
+        QString name;         ///< of the copy inside
+        QString exportFolder; ///< where the engine saw the copy
         bool secondTry = false;
         bool printedAgain = false;
         Reason firstReason = Reason::None;
@@ -62,13 +63,15 @@ private:
     void exported(qsizetype index, const WorkerAnswer &answer);
     void retryLater(qsizetype index, const WorkerAnswer &answer);
     void retry(qsizetype index);
-    void print(qsizetype index, const QString &pdf);
+    void print(qsizetype index);
+    [[nodiscard]] QJsonObject exportRequest(qsizetype index, const QString &folder) const;
+    [[nodiscard]] QJsonObject printRequest(qsizetype index, const QString &folder) const;
     void printed(qsizetype index, const WorkerAnswer &answer);
     void placeOutput(qsizetype index, const QString &file, const Outputs::Output &properties);
     void give(qsizetype index, const QString &output);
     void refuse(qsizetype index, Reason reason, const QString &text = {});
     void leave();
-    [[nodiscard]] WorkerTask taskFor(qsizetype index, const QJsonObject &request, int from, int to);
+    [[nodiscard]] WorkerTask taskFor(qsizetype index, int from, int to);
     [[nodiscard]] static QJsonArray rebaseOf(const Document &document);
 
     Request m_request;

@@ -2,11 +2,25 @@
 
 #include "component/supervisor/ProcessGroup.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <utility>
 
 namespace Quorlin {
+
+namespace {
+
+constexpr qint64 MostFileBytes = qint64{4} << 30;
+
+/// Far beyond what the watch allows: the kernel stops what is too quick for it.
+ResourceLimits lastLimits()
+{
+    return {.memoryBytes = ResourceLimits::machineMemory() / 4 * 3, .fileBytes = MostFileBytes};
+}
+
+} // namespace
 
 Worker::Worker(QObject *parent) : QObject(parent)
 {
@@ -15,7 +29,7 @@ Worker::Worker(QObject *parent) : QObject(parent)
     connect(&m_process, &QProcess::finished, this, &Worker::processFinished);
     connect(&m_process, &QProcess::readyReadStandardOutput, this,
             [this] { read(m_process.readAllStandardOutput()); });
-    connect(&m_watchdog, &Watchdog::bit, this, &Worker::hung);
+    connect(&m_watchdog, &Watchdog::bit, this, &Worker::stopFor);
 }
 
 Worker::~Worker()
@@ -26,6 +40,8 @@ Worker::~Worker()
     // The kill cannot be refused; this only reaps the process.
     if (m_process.state() != QProcess::NotRunning)
         m_process.waitForFinished(2000);
+    if (!m_place.isEmpty())
+        QDir(m_place).removeRecursively();
 }
 
 void Worker::start()
@@ -35,9 +51,14 @@ void Worker::start()
         QTimer::singleShot(0, this, &Worker::becomeReady);
         return;
     }
+    if (m_place.isEmpty()) {
+        m_startFailure = {Reason::NoRoom, {}, {}, true};
+        QTimer::singleShot(0, this, &Worker::becomeEnded);
+        return;
+    }
     m_startFailure = {
         Reason::EngineFailed, tr("%1 could not be started").arg(programName()), {}, true};
-    m_watchdog.start({.stallMs = m_startLimitMs, .totalMs = m_startLimitMs}, {});
+    m_watchdog.start({.stallMs = m_startLimitMs, .totalMs = m_startLimitMs}, {}, 0);
     launch();
 }
 
@@ -45,7 +66,10 @@ void Worker::launch()
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     prepare(m_process);
-    ProcessGroup::lead(m_process);
+    auto limits = lastLimits();
+    if (startsWithTask())
+        limits.cpuSeconds = m_task.limits.totalMs / 1000 + 1;
+    ProcessGroup::lead(m_process, limits, confinement());
     m_process.start();
     m_group = m_process.processId();
 }
@@ -62,11 +86,36 @@ void Worker::run(WorkerTask task)
     Q_ASSERT(isFree());
     m_state = State::Busy;
     m_task = std::move(task);
-    m_watchdog.start(m_task.limits, m_task.folder);
+    if (!takeIn()) {
+        // The answer must not come before this returns.
+        QTimer::singleShot(0, this, [this] { answer({Reason::NoRoom, {}, {}, false}); });
+        return;
+    }
+    m_request = m_task.request ? m_task.request(m_folder) : QJsonObject();
     if (startsWithTask())
         launch();
-    else
-        begin(m_task);
+    m_watchdog.start(m_task.limits, m_folder, m_group);
+    if (!startsWithTask())
+        begin();
+}
+
+/// Moves the folder of the work to where this worker reaches it.
+bool Worker::takeIn()
+{
+    m_folder = m_task.folder;
+    if (m_place.isEmpty() || m_task.folder.isEmpty() || m_task.folder == m_place)
+        return true;
+    const auto target = m_place + QLatin1Char('/') + QFileInfo(m_task.folder).fileName();
+    if (!QDir().rename(m_task.folder, target))
+        return false;
+    m_folder = target;
+    return true;
+}
+
+void Worker::giveBack()
+{
+    if (m_folder != m_task.folder && !QDir().rename(m_folder, m_task.folder))
+        qWarning("%s cannot be taken back from a worker", qUtf8Printable(m_folder));
 }
 
 void Worker::end()
@@ -146,20 +195,21 @@ void Worker::processFinished(int exitCode, QProcess::ExitStatus status)
     becomeEnded();
 }
 
-void Worker::hung()
+void Worker::stopFor(Reason reason, const QString &text)
 {
     kill();
     if (m_state == State::Busy)
-        finishTask({Reason::TookTooLong, {}, {}, true});
+        finishTask({reason, text, {}, true});
     else
-        m_startFailure = {
-            Reason::TookTooLong, tr("%1 took too long to start").arg(programName()), {}, true};
+        m_startFailure = {reason, tr("%1 took too long to start").arg(programName()), {}, true};
     becomeEnded();
 }
 
 void Worker::finishTask(WorkerAnswer answer)
 {
     m_watchdog.stop();
+    giveBack();
+    answer.folder = m_folder;
     const auto finished = std::exchange(m_task.finished, nullptr);
     m_task.progressed = nullptr;
     if (finished)

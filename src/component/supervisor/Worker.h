@@ -1,5 +1,6 @@
 #pragma once
 
+#include "component/confinement/Confinement.h"
 #include "component/protocol/Reason.h"
 #include "component/supervisor/Watchdog.h"
 
@@ -9,6 +10,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 namespace Quorlin {
 
@@ -19,12 +21,14 @@ struct WorkerAnswer
     QString text;                 ///< for people; empty means the reason's own text
     QJsonObject values;           ///< what the worker answered
     bool workerLost = false;      ///< the worker died of it or had to be killed
+    QString folder;               ///< where the worker had the work's folder
 };
 
 /// One piece of work for a worker.
 struct WorkerTask
 {
-    QJsonObject request;
+    /// What the worker is asked, with paths in the folder where it finds the work's files.
+    std::function<QJsonObject(const QString &folder)> request;
     QString folder; ///< the work's files are here; their growth is progress
     QString key;    ///< a worker serves tasks of one key only
     int after = 0;  ///< wants a worker that was started later than this generation
@@ -38,6 +42,9 @@ struct WorkerTask
 /// Life: start() → ready() → run() → idle() → run() … → ended(). Every task is answered
 /// exactly once, also when the process dies, hangs (then it is killed with its whole group) or
 /// is ended. After ended() the object is of no use any more.
+///
+/// A worker that has a place of its own reaches nothing outside of it: the folder of a piece of
+/// work is moved there while it works, and back before the answer.
 class Worker : public QObject
 {
     Q_OBJECT
@@ -65,6 +72,9 @@ public:
     /// Counts the workers of a pool in the order of their start, from 1.
     [[nodiscard]] int generation() const { return m_generation; }
     void setGeneration(int generation) { m_generation = generation; }
+    /// A folder that is this worker's alone; it is removed with the worker. Before start(), which
+    /// fails without it unless the process is started for one task.
+    void setPlace(const QString &folder) { m_place = folder; }
     /// How long it may take until it is ready, in milliseconds; Limits::startMs unless set.
     void setStartLimit(int milliseconds) { m_startLimitMs = milliseconds; }
 
@@ -77,11 +87,15 @@ Q_SIGNALS:
 protected:
     /// Sets program, arguments and environment of the process.
     virtual void prepare(QProcess &process) = 0;
+    /// What confines the process from its first moment; null for one that confines itself before
+    /// it opens anything.
+    [[nodiscard]] virtual std::shared_ptr<const Confinement> confinement() const { return {}; }
     /// Called once the process runs; workers without a greeting call becomeReady() here.
     virtual void started() {}
     /// True for a process that serves one task: it is started when the task comes.
     [[nodiscard]] virtual bool startsWithTask() const { return false; }
-    virtual void begin(const WorkerTask &task) = 0;
+    /// Gives the process the running task.
+    virtual void begin() = 0;
     virtual void read(const QByteArray &bytes) = 0;
     /// The process exited while it worked; returns the answer for its task.
     virtual WorkerAnswer exited(int exitCode, QProcess::ExitStatus status);
@@ -93,7 +107,11 @@ protected:
     void answer(WorkerAnswer answer);
     void refuseStart(WorkerAnswer answer);
     void write(const QByteArray &bytes);
-    [[nodiscard]] const WorkerTask &task() const { return m_task; }
+    /// The request of the running task.
+    [[nodiscard]] const QJsonObject &request() const { return m_request; }
+    /// Where the files of the running task are now.
+    [[nodiscard]] const QString &folder() const { return m_folder; }
+    [[nodiscard]] const QString &place() const { return m_place; }
 
 private:
     enum class State { New, Starting, Idle, Busy, Ended };
@@ -102,8 +120,10 @@ private:
     void kill();
     void processFailed(QProcess::ProcessError error);
     void processFinished(int exitCode, QProcess::ExitStatus status);
-    void hung();
+    void stopFor(Reason reason, const QString &text);
     void finishTask(WorkerAnswer answer);
+    bool takeIn();
+    void giveBack();
     void becomeEnded();
 
     QProcess m_process;
@@ -112,6 +132,9 @@ private:
     WorkerAnswer m_startFailure;
     State m_state = State::New;
     QString m_key;
+    QString m_place;
+    QString m_folder;
+    QJsonObject m_request;
     qint64 m_group = 0;
     int m_tasksDone = 0;
     int m_generation = 0;

@@ -42,32 +42,34 @@ void Workers::makePools(int cores)
         WorkerPool::Settings{.maxWorkers = std::min(cores, MostEngines),
                              .tasksPerWorker = DocumentsUntilNewEngine,
                              .waitingPerWorker = DocumentsPerEngine},
-        [this](const WorkerTask &) { return officeWorker(); });
+        [this](const WorkerTask &) { return ownWorker("quorlin-pdf-office"); });
     m_print = std::make_unique<WorkerPool>(
-        WorkerPool::Settings{.maxWorkers = cores}, [this](const WorkerTask &) {
-            return std::make_unique<JsonWorker>(programPath("quorlin-pdf-print"), QStringList(),
-                                                QStringLiteral("quorlin-pdf-print"));
-        });
+        WorkerPool::Settings{.maxWorkers = cores},
+        [this](const WorkerTask &) { return ownWorker("quorlin-pdf-print"); });
     m_warmDistil = std::make_unique<WorkerPool>(
         WorkerPool::Settings{.maxWorkers = cores, .tasksPerWorker = DocumentsUntilNewDistiller},
         [this](const WorkerTask &task) {
-            return std::make_unique<GhostscriptWorker>(distilFolder(), task.key);
+            return placed(std::make_unique<GhostscriptWorker>(task.key), "gs");
         });
     m_singleDistil = std::make_unique<WorkerPool>(
         WorkerPool::Settings{.maxWorkers = cores, .tasksPerWorker = 1},
         [](const WorkerTask &) { return std::make_unique<GhostscriptRun>(); });
     m_merge = std::make_unique<WorkerPool>(WorkerPool::Settings{}, [this](const WorkerTask &) {
-        return std::make_unique<JsonWorker>(programPath("quorlin-pdf-merge"), QStringList(),
-                                            QStringLiteral("quorlin-pdf-merge"));
+        return ownWorker("quorlin-pdf-merge");
     });
 }
 
-std::unique_ptr<Worker> Workers::officeWorker()
+std::unique_ptr<Worker> Workers::ownWorker(const char *name)
 {
-    const auto folder = m_workFolder.newFolder(QStringLiteral("engine")).value_or(QString());
-    return std::make_unique<JsonWorker>(programPath("quorlin-pdf-office"),
-                                        QStringList{QStringLiteral("--work"), folder},
-                                        QStringLiteral("quorlin-pdf-office"));
+    return placed(
+        std::make_unique<JsonWorker>(programPath(name), QStringList(), QLatin1String(name)), name);
+}
+
+/// Without a folder of its own the worker says that there is no room for one.
+std::unique_ptr<Worker> Workers::placed(std::unique_ptr<Worker> worker, const char *name)
+{
+    worker->setPlace(m_workFolder.newFolder(QLatin1String(name)).value_or(QString()));
+    return worker;
 }
 
 QString Workers::programPath(const char *name) const
@@ -90,11 +92,11 @@ int Workers::enginesFor(int atOnce, qsizetype documents, int cores)
     return static_cast<int>(std::min<qsizetype>({atOnce, cores, worthwhile}));
 }
 
-QString Workers::distilFolder()
+QString Workers::optionsFolder()
 {
-    if (m_distilFolder.isEmpty())
-        m_distilFolder = m_workFolder.newFolder(QStringLiteral("distil")).value_or(QString());
-    return m_distilFolder;
+    if (m_optionsFolder.isEmpty())
+        m_optionsFolder = m_workFolder.newFolder(QStringLiteral("options")).value_or(QString());
+    return m_optionsFolder;
 }
 
 void Workers::warm()

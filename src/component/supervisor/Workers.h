@@ -11,7 +11,8 @@ namespace Quorlin {
 
 class WorkFolder;
 
-/// All workers of one component, by what they do.
+/// All workers of one component, by what they do. Each has a folder of its own, and the files of
+/// a task come in the task's folder.
 class Workers : public QObject
 {
     Q_OBJECT
@@ -25,11 +26,11 @@ public:
     [[nodiscard]] WorkerPool &office() { return *m_office; }
     /// Prints PDFs to PostScript: {"op":"print",…}.
     [[nodiscard]] WorkerPool &print() { return *m_print; }
-    /// Distils PostScript of ours; the key is the job-options file. Needs "input", "output",
-    /// "pages", all files in distilFolder().
+    /// Distils PostScript of ours; the key is the job-options file, in optionsFolder(). Needs
+    /// "input", "output", "pages".
     [[nodiscard]] WorkerPool &warmDistil() { return *m_warmDistil; }
     /// Distils any PostScript in a process of its own. Needs "input", "output", "options",
-    /// "printed" (it came from a PDF), all files in the task's folder.
+    /// "printed" (it came from a PDF).
     [[nodiscard]] WorkerPool &singleDistil() { return *m_singleDistil; }
     /// Joins PDFs: {"op":"merge",…}.
     [[nodiscard]] WorkerPool &merge() { return *m_merge; }
@@ -42,8 +43,8 @@ public:
     /// and a further one only for so many documents that its start pays.
     [[nodiscard]] static int enginesFor(int atOnce, qsizetype documents, int cores);
 
-    /// The one folder that warm distillers may touch.
-    [[nodiscard]] QString distilFolder();
+    /// Where job-options files are kept for the distillers; empty when the disk is full.
+    [[nodiscard]] QString optionsFolder();
 
     /// Starts what the first document will need.
     void warm();
@@ -52,12 +53,13 @@ public:
 
 private:
     void makePools(int cores);
-    [[nodiscard]] std::unique_ptr<Worker> officeWorker();
+    [[nodiscard]] std::unique_ptr<Worker> ownWorker(const char *name);
+    [[nodiscard]] std::unique_ptr<Worker> placed(std::unique_ptr<Worker> worker, const char *name);
     [[nodiscard]] QString programPath(const char *name) const;
 
     QString m_programFolder;
     WorkFolder &m_workFolder;
-    QString m_distilFolder;
+    QString m_optionsFolder;
     std::unique_ptr<WorkerPool> m_office;
     std::unique_ptr<WorkerPool> m_print;
     std::unique_ptr<WorkerPool> m_warmDistil;

@@ -49,16 +49,16 @@ int GhostscriptScene::pages() const
 void GhostscriptScene::watchProcesses()
 {
     const auto real = QFile::encodeName(QStandardPaths::findExecutable(QStringLiteral("gs")));
-    const auto script = outside.write("programs/gs", "#!/bin/sh\necho $$ >\"" +
-                                                         QFile::encodeName(outside.path("pid")) +
-                                                         "\"\nexec \"" + real + "\" \"$@\"\n");
+    // The only folder that the process may write is the one for its temporary files.
+    const auto script = outside.write(
+        "programs/gs", "#!/bin/sh\necho $$ >\"$TMPDIR/pid\"\nexec \"" + real + "\" \"$@\"\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("PATH", QFile::encodeName(outside.path("programs")) + ':' + m_pathBefore);
 }
 
 qint64 GhostscriptScene::processId() const
 {
-    const auto note = outside.path("pid");
+    const auto note = folder.path("pid");
     (void)QTest::qWaitFor([&] { return contentOf(note).endsWith('\n'); }, 30000);
     return contentOf(note).trimmed().toLongLong();
 }

@@ -59,7 +59,8 @@ private:
 void TestGhostscriptWorker::init()
 {
     m_scene = std::make_unique<GhostscriptScene>();
-    m_worker = std::make_unique<GhostscriptWorker>(m_scene->folder.path(), m_scene->options);
+    m_worker = std::make_unique<GhostscriptWorker>(m_scene->options);
+    m_worker->setPlace(m_scene->folder.path());
     m_watch = std::make_unique<WorkerWatch>(*m_worker);
 }
 

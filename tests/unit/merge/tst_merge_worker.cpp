@@ -1,10 +1,14 @@
 #include "component/protocol/Message.h"
+#include "support/TestFolder.h"
 #include "unit/merge/MergeScene.h"
 
+#include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTest>
 
 #include <algorithm>
+#include <memory>
 
 using namespace Quorlin;
 
@@ -37,12 +41,18 @@ private:
     QJsonObject answer(const QJsonObject &request);
 
     QProcess m_worker;
+    std::unique_ptr<TestFolder> m_place;
+    QByteArray m_temporaryBefore = QFile::encodeName(QDir::tempPath());
 };
 
 void TestMergeWorker::init()
 {
     m_worker.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_worker.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-pdf-merge"), QStringList());
+    // The folders of the scenes are made where the worker reaches them.
+    m_place = std::make_unique<TestFolder>();
+    qputenv("TMPDIR", QFile::encodeName(m_place->path()));
+    m_worker.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-pdf-merge"),
+                   {QStringLiteral("--work"), m_place->path()});
     QVERIFY(m_worker.waitForStarted(Patience));
     QCOMPARE(read().value(QLatin1String("event")).toString(), QStringLiteral("ready"));
 }
@@ -51,6 +61,8 @@ void TestMergeWorker::cleanup()
 {
     m_worker.closeWriteChannel();
     QVERIFY(m_worker.waitForFinished(Patience));
+    qputenv("TMPDIR", m_temporaryBefore);
+    m_place.reset();
 }
 
 QJsonObject TestMergeWorker::read()
@@ -72,7 +84,7 @@ QJsonObject TestMergeWorker::answer(const QJsonObject &request)
 void TestMergeWorker::greetsWithItsName()
 {
     QProcess worker;
-    worker.start(m_worker.program(), QStringList());
+    worker.start(m_worker.program(), m_worker.arguments());
     worker.closeWriteChannel();
     QVERIFY(worker.waitForFinished(Patience));
     const auto greeting = Message::decode(worker.readLine()).value_or(QJsonObject());
@@ -140,8 +152,7 @@ void TestMergeWorker::requestsThatMakeNoSenseAreRefused()
 
 void TestMergeWorker::endsWithItsInput()
 {
-    m_worker.closeWriteChannel();
-    QVERIFY(m_worker.waitForFinished(Patience));
+    cleanup();
     QCOMPARE(m_worker.exitCode(), 0);
     init();
 }

@@ -45,8 +45,8 @@ public:
 private:
     QJsonObject launch(const QString &program, const QStringList &arguments);
 
-    TestFolder m_documents;
     TestFolder m_work;
+    TestFolder m_documents{m_work.path()}; ///< where the worker reaches them
     QProcess m_worker;
     qint64 m_engine = 0;
     int m_id = 0;

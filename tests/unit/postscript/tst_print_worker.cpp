@@ -36,7 +36,8 @@ private Q_SLOTS:
         document.addPage({});
         const auto input = folder.write("a.pdf", document.file());
         QProcess worker;
-        worker.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-pdf-print"), QStringList());
+        worker.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-pdf-print"),
+                     {QStringLiteral("--work"), folder.path()});
         QCOMPARE(next(worker, {QStringLiteral("ready")}).value(QLatin1String("worker")).toString(),
                  QStringLiteral("quorlin-pdf-print"));
         QJsonObject request{{QStringLiteral("id"), 1},

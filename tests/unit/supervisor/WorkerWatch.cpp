@@ -40,7 +40,7 @@ WorkerAnswer WorkerWatch::run(const QJsonObject &request, const QString &folder,
 void WorkerWatch::begin(const QJsonObject &request, const QString &folder, const Limits &limits)
 {
     WorkerTask task;
-    task.request = request;
+    task.request = [request](const QString &) { return request; };
     task.folder = folder;
     task.limits = limits;
     task.progressed = [this](int percent) { percents.append(percent); };

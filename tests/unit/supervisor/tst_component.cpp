@@ -268,11 +268,12 @@ void TestComponent::warmStartsAnEngine()
 {
     m_scene->send("{\"type\":\"warm\"}\n");
     QTRY_VERIFY_WITH_TIMEOUT(
-        !namesIn(m_scene->workFolder()).filter(QStringLiteral("engine")).isEmpty(), Patience);
+        !namesIn(m_scene->workFolder()).filter(QStringLiteral("quorlin-pdf-office")).isEmpty(),
+        Patience);
     m_scene->send("{\"type\":\"warm\"}\n");
     m_scene->print({m_scene->document("a.docx")});
     QVERIFY(m_scene->succeeded());
-    QCOMPARE(namesIn(m_scene->workFolder()).filter(QStringLiteral("engine")).size(), 1);
+    QCOMPARE(namesIn(m_scene->workFolder()).filter(QStringLiteral("quorlin-pdf-office")).size(), 1);
     QVERIFY(!m_scene->reports.has("error"));
 }
 

@@ -88,6 +88,7 @@ void TestJsonWorker::make(const char *greeting)
         m_folder->path("worker"),
         QStringList{QStringLiteral("--greeting"), QLatin1String(greeting)},
         QStringLiteral("the worker"));
+    m_worker->setPlace(m_folder->makeFolder("place"));
     m_watch = std::make_unique<WorkerWatch>(*m_worker);
 }
 
@@ -239,7 +240,7 @@ void TestJsonWorker::progressKeepsASlowWorkerAlive()
     QByteArray growing;
     QElapsedTimer clock;
     for (clock.start(); clock.elapsed() < 2000; QTest::qWait(20))
-        m_folder->write("work/output", growing += 'x');
+        m_folder->write("place/work/output", growing += 'x');
     m_folder->write("sign", "");
     QVERIFY(m_watch->waitForAnswer());
     QCOMPARE(m_watch->answers[0].reason, Reason::None);

@@ -70,7 +70,7 @@ void TestMergeJob::theWorkerGetsTitlesAndTheSwitch()
         const auto request = m_scene->requests("merge").last();
         QCOMPARE(request.value(QLatin1String("bookmarks")), QJsonValue(bookmarks));
         const auto input = request.value(QLatin1String("inputs")).toArray().first().toObject();
-        QCOMPARE(input.value(QLatin1String("file")).toString(), file);
+        QCOMPARE(input.value(QLatin1String("name")).toString(), file);
         QCOMPARE(input.value(QLatin1String("title")).toString(), QStringLiteral("my report.v2"));
     }
 }

@@ -53,7 +53,7 @@ void TestWatchdog::bitesWhenNothingMoves()
     QSignalSpy bit(&dog, &Watchdog::bit);
     QElapsedTimer clock;
     clock.start();
-    dog.start({.stallMs = 200, .totalMs = Long}, {});
+    dog.start({.stallMs = 200, .totalMs = Long}, {}, 0);
     QVERIFY(bit.wait(Patience));
     QVERIFY(clock.elapsed() >= 199);
 }
@@ -62,7 +62,7 @@ void TestWatchdog::bitesOnce()
 {
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 40, .totalMs = 40}, {});
+    dog.start({.stallMs = 40, .totalMs = 40}, {}, 0);
     QVERIFY(bit.wait(Patience));
     QVERIFY(!bit.wait(400));
     QCOMPARE(bit.count(), 1);
@@ -72,7 +72,7 @@ void TestWatchdog::staysQuietWhileItIsFed()
 {
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 1000, .totalMs = Long}, {});
+    dog.start({.stallMs = 1000, .totalMs = Long}, {}, 0);
     {
         const Repeat feeding(20, [&dog] { dog.feed(); });
         QVERIFY(!bit.wait(1600));
@@ -86,7 +86,7 @@ void TestWatchdog::bitesAtTheUpperLimitThoughItIsFed()
     QSignalSpy bit(&dog, &Watchdog::bit);
     QElapsedTimer clock;
     clock.start();
-    dog.start({.stallMs = Long, .totalMs = 300}, {});
+    dog.start({.stallMs = Long, .totalMs = 300}, {}, 0);
     const Repeat feeding(20, [&dog] { dog.feed(); });
     QVERIFY(bit.wait(Patience));
     QVERIFY(clock.elapsed() >= 299);
@@ -107,7 +107,7 @@ void TestWatchdog::growingFilesAreProgress()
     QByteArray content;
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 1000, .totalMs = Long}, folder.path());
+    dog.start({.stallMs = 1000, .totalMs = Long}, folder.path(), 0);
     {
         const Repeat growing(20, [&] { folder.write(name.constData(), content += 'x'); });
         QVERIFY(!bit.wait(1600));
@@ -121,7 +121,7 @@ void TestWatchdog::filesThatDoNotGrowAreNoProgress()
     folder.write("a", "content");
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 200, .totalMs = Long}, folder.path());
+    dog.start({.stallMs = 200, .totalMs = Long}, folder.path(), 0);
     const Repeat rewriting(20, [&] { folder.write("a", "CONTENT"); });
     QVERIFY(bit.wait(Patience));
 }
@@ -132,7 +132,7 @@ void TestWatchdog::aFileThatIsReplacedByASmallerOneIsProgress()
     QByteArray content(1000, 'x');
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 1000, .totalMs = Long}, folder.path());
+    dog.start({.stallMs = 1000, .totalMs = Long}, folder.path(), 0);
     const Repeat shrinking(20, [&] {
         content.chop(1);
         folder.write("a", content);
@@ -144,7 +144,7 @@ void TestWatchdog::staysQuietOnceItIsStopped()
 {
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 100, .totalMs = 100}, {});
+    dog.start({.stallMs = 100, .totalMs = 100}, {}, 0);
     dog.stop();
     QVERIFY(!bit.wait(500));
 }
@@ -153,9 +153,9 @@ void TestWatchdog::startsAnewForTheNextWork()
 {
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 100, .totalMs = 100}, {});
+    dog.start({.stallMs = 100, .totalMs = 100}, {}, 0);
     QVERIFY(bit.wait(Patience));
-    dog.start({.stallMs = 100, .totalMs = 100}, {});
+    dog.start({.stallMs = 100, .totalMs = 100}, {}, 0);
     QVERIFY(bit.wait(Patience));
     QCOMPARE(bit.count(), 2);
 }
@@ -164,7 +164,7 @@ void TestWatchdog::aFolderThatIsGoneIsNoProgress()
 {
     Watchdog dog;
     QSignalSpy bit(&dog, &Watchdog::bit);
-    dog.start({.stallMs = 100, .totalMs = Long}, TestFolder().path("gone"));
+    dog.start({.stallMs = 100, .totalMs = Long}, TestFolder().path("gone"), 0);
     QVERIFY(bit.wait(Patience));
 }
 

@@ -96,15 +96,20 @@ void TestWorkerPool::make(WorkerPool::Settings settings)
 {
     m_pool = std::make_unique<WorkerPool>(settings, [this](const WorkerTask &) {
         ++m_started;
-        return std::make_unique<JsonWorker>(m_folder->path("worker"),
-                                            QStringList{QStringLiteral("--greeting"), m_greeting},
-                                            QStringLiteral("the worker"));
+        auto worker = std::make_unique<JsonWorker>(
+            m_folder->path("worker"), QStringList{QStringLiteral("--greeting"), m_greeting},
+            QStringLiteral("the worker"));
+        worker->setPlace(
+            m_folder->makeFolder(QByteArray("place-") + QByteArray::number(m_started)));
+        return worker;
     });
 }
 
 void TestWorkerPool::submit(const char *op, WorkerTask task)
 {
-    task.request = {{QStringLiteral("op"), QLatin1String(op)}, {QStringLiteral("file"), m_waitFor}};
+    const QJsonObject request{{QStringLiteral("op"), QLatin1String(op)},
+                              {QStringLiteral("file"), m_waitFor}};
+    task.request = [request](const QString &) { return request; };
     task.finished = [this, number = m_submitted++](const WorkerAnswer &answer) {
         m_done.append({number, answer.reason, answer.text,
                        answer.values.value(QLatin1String("pid")).toInteger()});

@@ -178,7 +178,7 @@ void tst_options::helpNamesEveryOptionInOneColumn()
         QCOMPARE(line.at(25), QLatin1Char(' '));
         QVERIFY2(line.at(26) != QLatin1Char(' '), qPrintable(line));
     }
-    QCOMPARE(options, 15);
+    QCOMPARE(options, 16);
     for (const auto &code : words("0 1 2 130"))
         QVERIFY(!lines.filter(QStringLiteral("  ") + code + QLatin1Char(' ')).isEmpty());
 }

@@ -64,7 +64,7 @@ MergeOutcome MergeRequest::merge()
         const auto input = value.toObject();
         const auto file = input.value(QLatin1String("file")).toString();
         ++m_index;
-        m_fileName = file;
+        m_fileName = input.value(QLatin1String("name")).toString(file);
         joiner.append(file, hasEntries ? std::optional(titleOf(input)) : std::nullopt);
         m_progress(static_cast<int>(ReadingShare * m_index / inputs.size()));
     }

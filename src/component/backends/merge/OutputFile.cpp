@@ -1,9 +1,9 @@
 #include "component/backends/merge/OutputFile.h"
 
 #include "component/backends/merge/MergeFailure.h"
+#include "component/confinement/DiskRoom.h"
 
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <filesystem>
 
@@ -70,8 +70,7 @@ void OutputFile::commit()
 
 void OutputFile::fail(qint64 needed) const
 {
-    const QStorageInfo storage(QFileInfo(m_path).absolutePath());
-    const bool isFull = storage.isValid() && storage.bytesAvailable() < needed;
+    const bool isFull = DiskRoom::isShort(QFileInfo(m_path).absolutePath(), needed);
     throw MergeFailure(isFull ? Reason::NoRoom : Reason::EngineFailed,
                        QStringLiteral("cannot write %1: %2").arg(m_path, m_file.errorString()));
 }

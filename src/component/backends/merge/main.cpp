@@ -1,9 +1,13 @@
 #include "component/backends/merge/MergeRequest.h"
 #include "component/backends/worker/WorkerLoop.h"
+#include "component/backends/worker/WorkerStart.h"
 
-int main()
+int main(int argc, char *argv[])
 {
+    const Quorlin::WorkerStart start(argc, argv);
     Quorlin::WorkerLoop loop;
+    if (const auto code = start.enter(loop, Quorlin::Boundaries::around(start.folder())))
+        return *code;
     const auto handler = [&loop](const QJsonObject &request) {
         Quorlin::MergeRequest job(request, [&loop](int percent) { loop.progress(percent); });
         const auto outcome = job.run();

@@ -7,10 +7,10 @@
 #include "component/backends/office/PasswordRefusal.h"
 #include "component/backends/office/ProgressIndicator.h"
 #include "component/backends/office/UnoValues.h"
+#include "component/confinement/DiskRoom.h"
 #include "component/protocol/Acceptance.h"
 
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <com/sun/star/document/MacroExecMode.hpp>
 #include <com/sun/star/document/UpdateDocMode.hpp>
@@ -87,8 +87,7 @@ bool mayOpenByItself(const QString &path)
 /// Why nothing was written although the document could be opened.
 WorkerResult notStored(const QString &output, const QString &text)
 {
-    const QStorageInfo disk(QFileInfo(output).path());
-    if (disk.isValid() && disk.bytesAvailable() < LittleRoom)
+    if (DiskRoom::isShort(QFileInfo(output).path(), LittleRoom))
         return {Reason::NoRoom, {}, {}};
     return {Reason::EngineFailed, text, {}};
 }

@@ -1,5 +1,6 @@
 #include "component/backends/office/Engine.h"
 
+#include "component/backends/office/EngineBoundaries.h"
 #include "component/backends/office/EngineEnvironment.h"
 #include "component/backends/office/EngineSockets.h"
 
@@ -52,6 +53,8 @@ bool Engine::start()
         return false;
     // Our end of the line, too, would make folders in the user's home.
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_profile.homeFolder()));
+    // The same place as the engine's, whose current folder is this one's too.
+    qputenv("OSL_SOCKET_PATH", ".");
     for (int attempt = 0; attempt < MaxStarts; ++attempt) {
         if (!m_process.start(command()))
             return false;
@@ -80,7 +83,18 @@ EngineCommand Engine::command() const
          QStringLiteral("-env:UserInstallation=") + profile,
          QStringLiteral("-env:UNO_SHARED_PACKAGES_CACHE=") + profile + QStringLiteral("/shared")},
         EngineEnvironment::make(m_profile),
-        m_workFolder};
+        m_workFolder,
+        std::make_shared<const Confinement>(
+            EngineBoundaries::ofEngine(m_installation, m_workFolder))};
+}
+
+/// The system ends what takes too much, and the engine ends itself when it gets no more. In both
+/// cases it dies of a signal, with much in hand.
+bool Engine::ranOutOfMemory()
+{
+    constexpr qint64 Much = qint64{1} << 30;
+    (void)m_process.waitForEnd(EndLimit);
+    return m_process.exitCode().value_or(0) > 128 && m_process.peakMemory() > Much;
 }
 
 bool Engine::connect()

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] QString version() const { return m_connection.version(); }
     [[nodiscard]] const EngineConnection &connection() const { return m_connection; }
     [[nodiscard]] bool isAlive() { return !m_process.exitCode(); }
+    /// Whether it ended as it does when it gets no more memory.
+    [[nodiscard]] bool ranOutOfMemory();
 
 private:
     [[nodiscard]] EngineCommand command() const;

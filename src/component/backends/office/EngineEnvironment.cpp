@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::array Fixed{
     std::pair{"SAL_USE_VCLPLUGIN", "svp"},
+    // The engine's sockets lie in its current folder, its own, when it may not write elsewhere. The
+    // path is short because that of a socket must be.
+    std::pair{"OSL_SOCKET_PATH", "."},
     // Memory that a document needed is kept for the next one, and one pool serves all threads.
     std::pair{"MALLOC_TRIM_THRESHOLD_", "268435456"},
     std::pair{"MALLOC_MMAP_THRESHOLD_", "67108864"},

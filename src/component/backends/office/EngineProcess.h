@@ -1,9 +1,12 @@
 #pragma once
 
+#include "component/confinement/Confinement.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -15,8 +18,9 @@ struct EngineCommand
 {
     QString program;
     QStringList arguments;
-    QStringList environment; ///< whole environment, each "NAME=value"
-    QString folder;          ///< working folder
+    QStringList environment;                        ///< whole environment, each "NAME=value"
+    QString folder;                                 ///< working folder
+    std::shared_ptr<const Confinement> confinement; ///< entered before the program runs
 };
 
 /// The process of the office engine. It stays in the process group of this process and dies
@@ -40,6 +44,9 @@ public:
     /// The exit code when it has ended, 128 more than the signal when one ended it.
     [[nodiscard]] std::optional<int> exitCode();
 
+    /// The most memory that it ever had, in bytes; 0 until it has ended.
+    [[nodiscard]] qint64 peakMemory() const { return m_peakMemory; }
+
     /// Waits until it has ended. @return false when it still runs after that time.
     [[nodiscard]] bool waitForEnd(std::chrono::milliseconds limit);
 
@@ -50,6 +57,7 @@ private:
     std::mutex m_mutex; ///< no signal is sent to a number that was given back
     qint64 m_id = 0;
     std::optional<int> m_exitCode;
+    qint64 m_peakMemory = 0;
     std::jthread m_log;
 };
 

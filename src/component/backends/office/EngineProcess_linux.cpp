@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -42,7 +43,8 @@ private:
 
 /// Runs in the child between fork() and execve(): nothing here may allocate.
 [[noreturn]] void become(const char *program, const char *folder, const ArgumentList &arguments,
-                         const ArgumentList &environment, int log, pid_t parent)
+                         const ArgumentList &environment, int log, pid_t parent,
+                         const Confinement &confinement)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int nothing = ::open("/dev/null", O_RDONLY);
@@ -51,7 +53,7 @@ private:
     ::dup2(log, STDERR_FILENO);
     ::signal(SIGPIPE, SIG_DFL);
     ::umask(077);
-    if (::getppid() == parent && ::chdir(folder) == 0)
+    if (::getppid() == parent && ::chdir(folder) == 0 && confinement.enter())
         ::execve(program, arguments.data(), environment.data());
     ::_exit(127);
 }
@@ -99,7 +101,8 @@ bool EngineProcess::start(const EngineCommand &command)
     const auto parent = ::getpid();
     const auto child = ::fork();
     if (child == 0)
-        become(program.constData(), folder.constData(), arguments, environment, log[1], parent);
+        become(program.constData(), folder.constData(), arguments, environment, log[1], parent,
+               *command.confinement);
     ::close(log[1]);
     if (child < 0) {
         ::close(log[0]);
@@ -118,8 +121,11 @@ std::optional<int> EngineProcess::exitCode()
     if (m_id == 0 || m_exitCode)
         return m_exitCode;
     int status = 0;
-    if (::waitpid(static_cast<pid_t>(m_id), &status, WNOHANG) == m_id)
+    rusage usage{};
+    if (::wait4(static_cast<pid_t>(m_id), &status, WNOHANG, &usage) == m_id) {
         m_exitCode = codeOf(status);
+        m_peakMemory = qint64{usage.ru_maxrss} * 1024;
+    }
     return m_exitCode;
 }
 

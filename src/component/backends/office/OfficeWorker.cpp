@@ -1,11 +1,12 @@
 #include "component/backends/office/OfficeWorker.h"
 
 #include "component/backends/office/DocumentExport.h"
+#include "component/backends/office/EngineBoundaries.h"
 #include "component/backends/office/EngineMainThread.h"
 #include "component/backends/office/UnoValues.h"
+#include "component/confinement/Confinement.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <com/sun/star/lang/DisposedException.hpp>
 
@@ -13,25 +14,27 @@ namespace Quorlin {
 
 namespace {
 
-WorkerResult engineGone()
+WorkerResult engineGone(Engine &engine)
 {
+    if (engine.ranOutOfMemory())
+        return {Reason::OutOfMemory, {}, {}, true};
     return {Reason::EngineFailed, QStringLiteral("the office engine ended"), {}, true};
 }
 
 } // namespace
 
-int OfficeWorker::run(const QString &workFolder)
+int OfficeWorker::run(const WorkerStart &start)
 {
-    const QFileInfo folder(workFolder);
-    if (!folder.isDir() || !folder.isWritable())
-        return m_loop.refuse(Reason::NotAllowed,
-                             QStringLiteral("the working folder cannot be written"));
     const auto installation = EngineInstallation::find();
+    const auto boundaries = installation ? EngineBoundaries::ofWorker(*installation, start.folder())
+                                         : Boundaries::around(start.folder());
+    if (const auto code = start.enter(m_loop, boundaries))
+        return *code;
     if (!installation)
         return m_loop.refuse(Reason::ProgramMissing,
                              QStringLiteral("LibreOffice (soffice) is not installed"));
-    Engine engine(*installation, folder.canonicalFilePath());
-    if (!engine.start())
+    Engine engine(*installation, start.folder());
+    if (!engine.start() || !Confinement::connectNoMore())
         return m_loop.refuse(Reason::EngineFailed,
                              QStringLiteral("LibreOffice (soffice) could not be started"));
     return serve(engine);
@@ -63,10 +66,10 @@ WorkerResult OfficeWorker::answer(Engine &engine, const QJsonObject &request)
         mainThread.run([&] { result = exporter.run(order); });
         return result;
     } catch (const css::lang::DisposedException &) {
-        return engineGone();
+        return engineGone(engine);
     } catch (const css::uno::Exception &error) {
         qWarning("engine: %ls", qUtf16Printable(UnoValues::text(error.Message)));
-        return engineGone();
+        return engineGone(engine);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include "component/backends/office/Engine.h"
 #include "component/backends/worker/WorkerLoop.h"
+#include "component/backends/worker/WorkerStart.h"
 
 #include <QJsonObject>
-#include <QString>
 
 namespace Quorlin {
 
@@ -12,10 +12,10 @@ namespace Quorlin {
 class OfficeWorker
 {
 public:
-    /// Starts the engine and serves until end-of-file or until the engine is gone.
-    /// @param workFolder existing folder that nobody else uses.
+    /// Confines itself to its folder, starts the engine in it, and serves until end-of-file or
+    /// until the engine is gone.
     /// @return the exit code of the process, see WorkerLoop.
-    [[nodiscard]] int run(const QString &workFolder);
+    [[nodiscard]] int run(const WorkerStart &start);
 
 private:
     [[nodiscard]] int serve(Engine &engine);

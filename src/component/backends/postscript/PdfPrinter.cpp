@@ -4,10 +4,10 @@
 #include "component/backends/postscript/PostScriptText.h"
 #include "component/backends/postscript/PrintCopy.h"
 #include "component/backends/postscript/Prologue.h"
+#include "component/confinement/DiskRoom.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <QTemporaryFile>
 
 namespace Quorlin {
@@ -44,9 +44,7 @@ std::string pageSetup(const PageGeometry &page, const std::string &marks)
 Reason refusalOf(const QString &folder)
 {
     constexpr qint64 LittleRoom = 64 * 1024; // bytes
-    const QStorageInfo disk(folder);
-    return disk.isValid() && disk.bytesAvailable() < LittleRoom ? Reason::NoRoom
-                                                                : Reason::NotAllowed;
+    return DiskRoom::isShort(folder, LittleRoom) ? Reason::NoRoom : Reason::NotAllowed;
 }
 
 /// Writes the output file and takes it back unless it was kept. What is no ordinary file, such

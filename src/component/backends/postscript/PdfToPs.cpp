@@ -1,6 +1,11 @@
 #include "component/backends/postscript/PdfToPs.h"
 
+#include "component/confinement/Confinement.h"
+
 #include <QProcess>
+#include <QStandardPaths>
+
+#include <memory>
 
 namespace Quorlin {
 
@@ -26,7 +31,32 @@ Reason reasonOfExit(int code)
     }
 }
 
+/// How the tool and the library of its language end when memory cannot be had.
+bool ranOutOfMemory(const QByteArray &message)
+{
+    return message.contains("bad_alloc") || message.contains("Out of memory");
+}
+
+void confine(QProcess &process, const QString &pdf)
+{
+    auto boundaries = Boundaries::around({});
+    boundaries.readable << pdf;
+    boundaries.writable.clear();
+    boundaries.runnable = {process.program()};
+    const auto confinement = std::make_shared<const Confinement>(boundaries);
+    // Runs in the child between fork and exec: only async-signal-safe calls.
+    process.setChildProcessModifier([confinement] {
+        if (!confinement->enter())
+            Confinement::abandon();
+    });
+}
+
 } // namespace
+
+QString PdfToPs::find()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("pdftops"));
+}
 
 PdfToPs::PdfToPs(QString program) : m_program(std::move(program)) {}
 
@@ -38,7 +68,9 @@ Reason PdfToPs::run(const QString &pdf, const Sink &sink)
     process.setArguments({QStringLiteral("-level3"), QStringLiteral("-origpagesizes"),
                           QStringLiteral("-rasterize"), QStringLiteral("never"),
                           QStringLiteral("-q"), pdf, QStringLiteral("-")});
-    process.start(QIODevice::ReadOnly);
+    confine(process, pdf);
+    if (!m_program.isEmpty())
+        process.start(QIODevice::ReadOnly);
     if (!process.waitForStarted(Forever)) {
         m_detail = QStringLiteral("poppler-utils (pdftops) is not installed");
         return Reason::ProgramMissing;
@@ -51,13 +83,16 @@ Reason PdfToPs::run(const QString &pdf, const Sink &sink)
         }
     }
     process.waitForFinished(Forever);
+    const auto message = process.readAllStandardError();
+    if (ranOutOfMemory(message))
+        return Reason::OutOfMemory;
     if (process.exitStatus() != QProcess::NormalExit) {
         m_detail = QStringLiteral("pdftops crashed");
         return Reason::EngineFailed;
     }
     const auto reason = reasonOfExit(process.exitCode());
     if (reason != Reason::None)
-        m_detail = QString::fromUtf8(process.readAllStandardError()).trimmed().left(MaxMessage);
+        m_detail = QString::fromUtf8(message).trimmed().left(MaxMessage);
     return reason;
 }
 

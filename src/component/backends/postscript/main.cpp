@@ -1,5 +1,6 @@
 #include "component/backends/postscript/PdfPrinter.h"
 #include "component/backends/worker/WorkerLoop.h"
+#include "component/backends/worker/WorkerStart.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -31,12 +32,23 @@ PrintRequest readRequest(const QJsonObject &request)
     return print;
 }
 
+Boundaries boundariesIn(const QString &folder)
+{
+    auto boundaries = Boundaries::around(folder);
+    boundaries.startsPrograms = true;
+    boundaries.runnable = {PdfToPs::find()};
+    return boundaries;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    const WorkerStart start(argc, argv);
     const QCoreApplication application(argc, argv);
     WorkerLoop loop;
+    if (const auto code = start.enter(loop, boundariesIn(start.folder())))
+        return *code;
     const QJsonObject greeting{{QStringLiteral("worker"), QStringLiteral("quorlin-pdf-print")}};
     return loop.run(greeting, [&](const QJsonObject &request) -> WorkerResult {
         if (request.value(QLatin1String("op")).toString() != QLatin1String("print"))
