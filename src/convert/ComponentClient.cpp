@@ -79,6 +79,10 @@ ComponentProcess *ComponentClient::process()
 void ComponentClient::connectProcess(int serial)
 {
     connect(m_process, &ComponentProcess::logged, this, &ComponentClient::logged);
+    connect(m_process, &ComponentProcess::noticed, this, [this](const QString &text) {
+        if (std::exchange(m_notice, text) != text)
+            Q_EMIT noticed(text);
+    });
     connect(m_process, &ComponentProcess::reported, this,
             [this](const QJsonObject &report) { post([this, report] { deliver(report); }); });
     connect(m_process, &ComponentProcess::lost, this,

@@ -51,6 +51,10 @@ public:
     void post(std::function<void()> event);
 
 Q_SIGNALS:
+    /// Something that people should know of the component, such as that it has no sandbox here.
+    /// Told once, however often the process is started anew.
+    void noticed(const QString &text);
+
     /// For developers: the component's standard error, and what was wrong on its pipe.
     void logged(const QString &line);
 
@@ -74,6 +78,7 @@ private:
     ComponentProcess *m_process = nullptr;
     int m_serial = 0; ///< of the newest process
     int m_lastNumber = 0;
+    QString m_notice; ///< told last
 };
 
 } // namespace Quorlin

@@ -130,6 +130,9 @@ void ComponentProcess::greet(const QJsonObject &hello)
     m_greeted = true;
     m_process.write(m_waiting);
     m_waiting.clear();
+    const auto notice = hello.value(QLatin1String("notice")).toString();
+    if (!notice.isEmpty())
+        Q_EMIT noticed(shown(notice.toUtf8()));
 }
 
 void ComponentProcess::readLog()

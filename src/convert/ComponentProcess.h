@@ -41,6 +41,9 @@ Q_SIGNALS:
     /// language. Told at most once.
     void lost(Quorlin::Reason reason, const QString &text);
 
+    /// Something that people should know of this component before they use it. At most once.
+    void noticed(const QString &text);
+
     /// A line for developers: the process's standard error, and what was wrong on the pipe.
     void logged(const QString &line);
 

@@ -33,6 +33,9 @@ ConvertTool::ConvertTool(const Options &options, Console &console, const QString
         m_options.inputs.append(names);
         begin();
     });
+    if (!options.quiet)
+        connect(&m_client, &ComponentClient::noticed, this,
+                [this](const QString &text) { m_narrator.complain(text); });
     if (options.verbose)
         connect(&m_client, &ComponentClient::logged, this,
                 [this](const QString &line) { m_narrator.log(line); });

@@ -1,5 +1,6 @@
 #include "ui/Conversion.h"
 
+#include <QDebug>
 #include <QFileInfo>
 
 namespace Quorlin {
@@ -22,6 +23,8 @@ Conversion::Conversion(const ComponentSettings &component, const ConversionSetti
                 surroundings.texts, m_delivery},
                settings)
 {
+    QObject::connect(&m_client, &ComponentClient::noticed, &m_client,
+                     [](const QString &text) { qWarning().noquote() << text; });
 }
 
 } // namespace Quorlin

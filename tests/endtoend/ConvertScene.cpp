@@ -130,8 +130,12 @@ void ConvertScene::start(const QStringList &arguments)
     m_tool.setWorkingDirectory(documents());
     m_tool.setStandardInputFile(QProcess::nullDevice());
     m_clock.start();
-    m_tool.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-convert"),
-                 QStringList{QStringLiteral("--json"), m_reportFile} + arguments);
+    auto command = m_starter +
+                   QStringList{QStringLiteral(QUORLIN_BIN_DIR "/quorlin-convert"),
+                               QStringLiteral("--json"), m_reportFile} +
+                   arguments;
+    const auto program = command.takeFirst();
+    m_tool.start(program, command);
     m_tool.waitForStarted();
 }
 

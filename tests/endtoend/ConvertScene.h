@@ -65,6 +65,8 @@ public:
 
     /// Runs the tool to its end; --json is added.
     Outcome convert(const QStringList &arguments);
+    /// Lets another program start the tool from now on, which gets the tool's command line.
+    void runThrough(const QStringList &program) { m_starter = program; }
     /// Starts the tool, which finish() waits for.
     void start(const QStringList &arguments);
     [[nodiscard]] Outcome finish(std::chrono::seconds limit = std::chrono::seconds(90));
@@ -104,6 +106,7 @@ private:
     QByteArray m_mark;
     QProcessEnvironment m_environment;
     QProcess m_tool;
+    QStringList m_starter;
     QElapsedTimer m_clock;
     QHash<QString, UserFile> m_files;
     QSet<QString> m_known;

@@ -99,8 +99,6 @@ bool Component::prepare()
         qWarning("The journal cannot be written; a killed run will leave its files behind.");
     for (const auto &path : m_journal.recover())
         qInfo("Removed %s, left by a run that was killed.", qUtf8Printable(path));
-    if (const auto missing = Confinement::missing(); !missing.isEmpty())
-        qWarning("%s", qUtf8Printable(missing));
     if (!m_workFolder.create())
         return false;
     m_workers = std::make_unique<Workers>(m_programFolder, m_workFolder);
@@ -109,10 +107,13 @@ bool Component::prepare()
 
 void Component::greet()
 {
-    Q_EMIT send({{QStringLiteral("type"), QLatin1String(Protocol::Hello)},
-                 {QStringLiteral("protocol"), Protocol::Version},
-                 {QStringLiteral("component"), QStringLiteral("quorlin-pdf")},
-                 {QStringLiteral("version"), QStringLiteral(QUORLIN_VERSION)}});
+    QJsonObject hello{{QStringLiteral("type"), QLatin1String(Protocol::Hello)},
+                      {QStringLiteral("protocol"), Protocol::Version},
+                      {QStringLiteral("component"), QStringLiteral("quorlin-pdf")},
+                      {QStringLiteral("version"), QStringLiteral(QUORLIN_VERSION)}};
+    if (const auto missing = Confinement::missing(); !missing.isEmpty())
+        hello.insert(QStringLiteral("notice"), missing);
+    Q_EMIT send(hello);
 }
 
 void Component::receive(const QByteArray &bytes)

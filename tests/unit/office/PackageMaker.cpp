@@ -28,12 +28,20 @@ quint32 checksum(const QByteArray &bytes)
 }
 
 /// The part of a file's description that stands both before it and in the directory.
-QByteArray description(const QByteArray &name, const QByteArray &content)
+QByteArray description(const QByteArray &name, const QByteArray &content, quint16 method,
+                       qsizetype storedSize)
 {
-    const auto size = number(quint32(content.size()));
-    return number(quint16(20)) + number(quint16(0)) + number(quint16(0)) + number(quint32(0x21)) +
-           number(checksum(content)) + size + size + number(quint16(name.size())) +
-           number(quint16(0));
+    return number(quint16(20)) + number(quint16(0)) + number(method) + number(quint32(0x21)) +
+           number(checksum(content)) + number(quint32(storedSize)) +
+           number(quint32(content.size())) + number(quint16(name.size())) + number(quint16(0));
+}
+
+/// The stream of the zip format: without what the library puts around it.
+QByteArray deflated(const QByteArray &content)
+{
+    constexpr int Length = 4, Header = 2, Checksum = 4;
+    const auto packed = qCompress(content, 9);
+    return packed.mid(Length + Header, packed.size() - Length - Header - Checksum);
 }
 
 QByteArray manifest(const QByteArray &ofContent)
@@ -59,9 +67,21 @@ QByteArray content(const QByteArray &text)
 
 void PackageMaker::add(const QByteArray &name, const QByteArray &content)
 {
+    constexpr quint16 Stored = 0;
+    append(name, description(name, content, Stored, content.size()), content);
+}
+
+void PackageMaker::addCompressed(const QByteArray &name, const QByteArray &content)
+{
+    constexpr quint16 Deflated = 8;
+    const auto data = deflated(content);
+    append(name, description(name, content, Deflated, data.size()), data);
+}
+
+void PackageMaker::append(const QByteArray &name, const QByteArray &told, const QByteArray &data)
+{
     const auto place = quint32(m_files.size());
-    const auto told = description(name, content);
-    m_files += "PK\x03\x04" + told + name + content;
+    m_files += "PK\x03\x04" + told + name + data;
     m_directory += "PK\x01\x02" + number(quint16(20)) + told + number(quint16(0)) +
                    number(quint16(0)) + number(quint16(0)) + number(quint32(0)) + number(place) +
                    name;
@@ -84,6 +104,31 @@ QByteArray PackageMaker::textDocument(const QByteArray &text)
     package.add("META-INF/manifest.xml",
                 manifest("<manifest:file-entry manifest:full-path=\"content.xml\" "
                          "manifest:media-type=\"text/xml\"/>"));
+    return package.bytes();
+}
+
+QByteArray PackageMaker::endlessDocument(int paragraphs)
+{
+    PackageMaker package;
+    package.add("[Content_Types].xml",
+                "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
+                "<Default Extension=\"rels\" "
+                "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+                "<Override PartName=\"/word/document.xml\" "
+                "ContentType=\"application/vnd.openxmlformats-officedocument.wordprocessingml."
+                "document.main+xml\"/></Types>");
+    package.add("_rels/.rels",
+                "<Relationships "
+                "xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+                "<Relationship Id=\"r1\" Target=\"word/document.xml\" "
+                "Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+                "officeDocument\"/></Relationships>");
+    package.addCompressed(
+        "word/document.xml",
+        "<w:document "
+        "xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\"><w:body>" +
+            QByteArray("<w:p><w:r><w:t>bomb</w:t></w:r></w:p>").repeated(paragraphs) +
+            "</w:body></w:document>");
     return package.bytes();
 }
 
