@@ -68,8 +68,10 @@ void ComponentObject::prepare()
     m_begun = false;
     m_outputs.clear();
     m_failures.clear();
-    for (qint32 index = 1; index <= m_documents.Count(); ++index)
+    for (qint32 index = 1; index <= m_documents.Count(); ++index) {
         m_documents.setOutputFilename(index, {});
+        m_documents.setFailure(index, Reason::None, {});
+    }
     m_documents.setLocked(true);
     m_clock.start();
 }
@@ -169,8 +171,10 @@ void ComponentObject::reportOutput(qint32 index, const QString &filename)
 
 void ComponentObject::reportFailure(qint32 index, Reason reason, const QString &text)
 {
-    if (isNewIn(m_failures, index))
-        Q_EMIT documentFailed(index, reason, text.isEmpty() ? reasonText(reason) : text);
+    if (!isNewIn(m_failures, index))
+        return;
+    m_documents.setFailure(index, reason, reasonDetail(reason, text));
+    Q_EMIT documentFailed(index, reason, text.isEmpty() ? reasonText(reason) : text);
 }
 
 void ComponentObject::complete(const QJsonObject &report)

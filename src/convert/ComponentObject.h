@@ -55,7 +55,8 @@ Q_SIGNALS:
     void OnComplete(bool &Success, float &Duration);
 
     /// The document at this position (from 1) has no result; at most once per document and
-    /// always before OnComplete. @param text for people, in English.
+    /// always before OnComplete. Its entry knows the reason from now until the next Start.
+    /// @param text for people, in English.
     void documentFailed(qint32 index, Quorlin::Reason reason, const QString &text);
 
 protected:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "component/protocol/Reason.h"
+
 #include <QString>
 
 namespace Quorlin {
@@ -25,6 +27,18 @@ public:
     [[nodiscard]] QString text3() const { return m_text3; }
     [[nodiscard]] QString text4() const { return m_text4; }
 
+    /// Why there is no output; None as long as the component has not said that it failed.
+    [[nodiscard]] Reason failure() const { return m_failure; }
+
+    /// In English, what the component said beyond the reason; mostly empty.
+    [[nodiscard]] QString failureDetail() const { return m_failureDetail; }
+
+    void setFailure(Reason reason, const QString &detail)
+    {
+        m_failure = reason;
+        m_failureDetail = detail;
+    }
+
     void setOutputFilename(const QString &filename) { m_outputFilename = filename; }
 
 private:
@@ -33,6 +47,8 @@ private:
     QString m_text3;
     QString m_text4;
     QString m_outputFilename;
+    Reason m_failure = Reason::None;
+    QString m_failureDetail;
 };
 
 } // namespace Quorlin

@@ -45,6 +45,12 @@ void Documents::setOutputFilename(qint32 index, const QString &filename)
         m_entries[index - 1].setOutputFilename(filename);
 }
 
+void Documents::setFailure(qint32 index, Reason reason, const QString &detail)
+{
+    if (holds(index))
+        m_entries[index - 1].setFailure(reason, detail);
+}
+
 bool Documents::holds(qint32 index) const
 {
     return index >= 1 && index <= m_entries.size();

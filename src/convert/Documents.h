@@ -35,6 +35,9 @@ public:
     /// Notes the output of the entry at a position from 1; any other position is ignored.
     void setOutputFilename(qint32 index, const QString &filename);
 
+    /// Notes why the entry at a position from 1 failed; any other position is ignored.
+    void setFailure(qint32 index, Reason reason, const QString &detail);
+
 private:
     [[nodiscard]] bool holds(qint32 index) const;
 

@@ -4,6 +4,7 @@
 #include "convert/PDFDistiller.h"
 #include "convert/PDFLib.h"
 #include "convert/PDFMerger.h"
+#include "convert/ReasonTexts.h"
 #include "winsupport/MessageService.h"
 #include "winsupport/TextSource.h"
 
@@ -81,7 +82,8 @@ void JobDriver::PDFLib_OnOutputFilename(qint32 &Index, QString &Filename)
         return;
     // The document is named, not the output that is missing; there is no space before the end.
     showError(text("ErrorPrintFilename1") + QLatin1Char(' ') +
-              m_parts.lib.Documents().Item(Index).Filename() + text("ErrorPrintFilename2"));
+                  m_parts.lib.Documents().Item(Index).Filename() + text("ErrorPrintFilename2"),
+              FailureNote::ofOne(failureAt(m_parts.lib, Index), reasons()));
 }
 
 void JobDriver::PDFLib_OnProgress(qint32 &Percent)
@@ -125,7 +127,7 @@ void JobDriver::PDFLib_OnComplete(bool &Success, float &)
 /// What was printed lies beside the documents, and nobody will distil it any more.
 void JobDriver::failPrinting()
 {
-    fail("ErrorPDFLibPrint");
+    fail("ErrorPDFLibPrint", FailureNote::ofAll(failuresOf(m_parts.lib), reasons()));
     if (!m_parts.lib.isRunning())
         m_parts.lib.Documents().Clear();
 }
@@ -144,7 +146,7 @@ bool JobDriver::addPrintedDocuments(const QString &jobOptions)
 void JobDriver::PDFDistiller_OnComplete(bool &Success, float &)
 {
     if (!Success)
-        fail("ErrorPDFLibConvert");
+        fail("ErrorPDFLibConvert", FailureNote::ofAll(failuresOf(m_parts.distiller), reasons()));
     else if (m_parts.window.documents().size() >= 2 && m_parts.window.merges())
         merge();
     else
@@ -153,6 +155,7 @@ void JobDriver::PDFDistiller_OnComplete(bool &Success, float &)
 
 void JobDriver::merge()
 {
+    m_notDistilled = failuresOf(m_parts.distiller);
     m_parts.merger.Documents().Clear();
     for (const auto &entry : entriesOf(m_parts.distiller))
         m_parts.merger.Documents().Add(entry.OutputFilename());
@@ -166,14 +169,18 @@ void JobDriver::merge()
 void JobDriver::deliverEach()
 {
     const QScopedValueRollback delivering(m_isDelivering, true);
+    QList<FailedDocument> notes;
+    for (qint32 index = 1; index <= m_parts.distiller.Documents().Count(); ++index)
+        notes.append(failureAt(m_parts.distiller, index));
     for (const auto &entry : entriesOf(m_parts.distiller)) {
+        const auto note = notes.takeFirst();
         const auto isThere = ResultDelivery::fileExists(entry.OutputFilename());
         if (isThere)
             m_parts.delivery.deliver(entry.OutputFilename(),
                                      ResultDelivery::finalName(entry.Filename()),
                                      m_parts.window.showsResult());
         else
-            showError(text("ErrorPDFLibConvert"));
+            showError(text("ErrorPDFLibConvert"), FailureNote::ofAll({note}, reasons()));
         if (!m_parts.lib.isRunning())
             EndJob(isThere);
     }
@@ -185,7 +192,7 @@ void JobDriver::PDFMerger_OnComplete(bool &Success, float &)
     if (Success && ResultDelivery::fileExists(merged))
         deliverMerged(merged);
     else
-        fail("ErrorPDFLibMerge");
+        fail("ErrorPDFLibMerge", whyNotMerged());
 }
 
 void JobDriver::deliverMerged(const QString &merged)
@@ -200,15 +207,52 @@ void JobDriver::deliverMerged(const QString &merged)
     EndJob(true);
 }
 
-void JobDriver::fail(const char *key)
+/// A document that was not distilled is the fault of the merge. Of the others the component says
+/// the same, whichever it is: then none is named.
+QString JobDriver::whyNotMerged() const
 {
-    showError(text(key));
+    if (!m_notDistilled.isEmpty())
+        return FailureNote::ofAll(m_notDistilled, reasons());
+    return FailureNote::ofOne(failureAt(m_parts.merger, 1), reasons());
+}
+
+const ReasonTexts &JobDriver::reasons() const
+{
+    static const ReasonTexts english;
+    return m_parts.reasons ? *m_parts.reasons : english;
+}
+
+/// Named after the user's document, whatever the step made of it.
+FailedDocument JobDriver::failureAt(const ComponentObject &object, qint32 index) const
+{
+    const auto entry = object.Documents().Item(index);
+    const auto document = m_parts.lib.Documents().Item(index).Filename();
+    const auto reason = entry.failure();
+    return {document.isEmpty() ? entry.Filename() : document,
+            reason == Reason::None ? Reason::EngineFailed : reason, entry.failureDetail()};
+}
+
+QList<FailedDocument> JobDriver::failuresOf(const ComponentObject &object) const
+{
+    QList<FailedDocument> failures;
+    for (qint32 index = 1; index <= object.Documents().Count(); ++index) {
+        const auto entry = object.Documents().Item(index);
+        if (entry.failure() != Reason::None || !ResultDelivery::fileExists(entry.OutputFilename()))
+            failures.append(failureAt(object, index));
+    }
+    return failures;
+}
+
+void JobDriver::fail(const char *key, const QString &why)
+{
+    showError(text(key), why);
     EndJob(false);
 }
 
-void JobDriver::showError(const QString &text)
+void JobDriver::showError(const QString &text, const QString &why)
 {
-    m_parts.messages.show(text, MessageStyle::Critical, this->text("ErrorWindowTitle"));
+    m_parts.messages.showWithDetail(text, MessageStyle::Critical, this->text("ErrorWindowTitle"),
+                                    why);
 }
 
 QString JobDriver::text(const char *key) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/ConversionSettings.h"
+#include "convert/FailureNote.h"
 #include "convert/ResultDelivery.h"
 
 #include <QObject>
@@ -13,6 +14,7 @@ class MessageService;
 class PDFDistiller;
 class PDFLib;
 class PDFMerger;
+class ReasonTexts;
 class TextSource;
 
 /// From the click on Convert to the delivered PDF: prints all documents, distils them, merges
@@ -35,6 +37,7 @@ public:
         MessageService &messages;
         const TextSource &texts;
         ResultDelivery &delivery;
+        const ReasonTexts *reasons = nullptr; ///< nullptr for English
     };
 
     /// @param settings the printer's name and the job options, as they are when a job needs them.
@@ -60,9 +63,13 @@ private:
     void PDFMerger_OnComplete(bool &Success, float &Duration);
 
     void showProgress(qint32 &percent, int start, int share);
-    void fail(const char *key);
+    void fail(const char *key, const QString &why);
     void failPrinting();
-    void showError(const QString &text);
+    void showError(const QString &text, const QString &why);
+    [[nodiscard]] const ReasonTexts &reasons() const;
+    [[nodiscard]] FailedDocument failureAt(const ComponentObject &object, qint32 index) const;
+    [[nodiscard]] QList<FailedDocument> failuresOf(const ComponentObject &object) const;
+    [[nodiscard]] QString whyNotMerged() const;
     [[nodiscard]] QString text(const char *key) const;
     [[nodiscard]] bool addPrintedDocuments(const QString &jobOptions);
     void merge();
@@ -71,6 +78,7 @@ private:
 
     Parts m_parts;
     const ConversionSettings &m_settings;
+    QList<FailedDocument> m_notDistilled; ///< as long as it shows: a merge removes what it read
     bool m_isDelivering = false;
 };
 

@@ -1,10 +1,12 @@
 #include "convert/ResultDelivery.h"
 
+#include "convert/ReasonTexts.h"
 #include "winsupport/MessageService.h"
 #include "winsupport/TextSource.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 #include <utility>
 
@@ -28,8 +30,9 @@ bool deleteFile(const QString &path)
 } // namespace
 
 ResultDelivery::ResultDelivery(Copy copy, Open open, MessageService &messages,
-                               const TextSource &texts)
-    : m_copy(std::move(copy)), m_open(std::move(open)), m_messages(messages), m_texts(texts)
+                               const TextSource &texts, const ReasonTexts *reasons)
+    : m_copy(std::move(copy)), m_open(std::move(open)), m_messages(messages), m_texts(texts),
+      m_reasons(reasons)
 {
 }
 
@@ -52,13 +55,36 @@ ResultDelivery::Outcome ResultDelivery::deliver(const QString &temporary, const 
     static_cast<void>(m_copy(temporary, finalName));
     Outcome outcome{fileExists(finalName), false};
     if (!outcome.delivered)
-        m_messages.show(copyMessage(finalName), MessageStyle::Critical,
-                        m_texts.text(QStringLiteral("ErrorWindowTitle")));
+        m_messages.showWithDetail(copyMessage(finalName), MessageStyle::Critical,
+                                  m_texts.text(QStringLiteral("ErrorWindowTitle")),
+                                  whyNotCopied(temporary, finalName));
     else if (showsResult)
         m_open(finalName);
     if (!isSameFile(temporary, finalName))
         outcome.temporaryRemoved = deleteFile(temporary);
     return outcome;
+}
+
+/// What shows after the copy; None when nothing does.
+Reason ResultDelivery::obstacleOf(const QString &temporary, const QString &finalName)
+{
+    const QFileInfo folder(QFileInfo(finalName).absolutePath());
+    if (QFileInfo(finalName).isDir() || !folder.isDir() || !folder.isWritable())
+        return Reason::NotAllowed;
+    const QStorageInfo disk(folder.filePath());
+    if (disk.isReadOnly())
+        return Reason::NotAllowed;
+    return disk.isValid() && disk.bytesAvailable() < QFileInfo(temporary).size() ? Reason::NoRoom
+                                                                                 : Reason::None;
+}
+
+QString ResultDelivery::whyNotCopied(const QString &temporary, const QString &finalName) const
+{
+    const auto reason = obstacleOf(temporary, finalName);
+    if (reason == Reason::None)
+        return {};
+    static const ReasonTexts english;
+    return (m_reasons ? *m_reasons : english).sentence(reason);
 }
 
 QString ResultDelivery::copyMessage(const QString &finalName) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "component/protocol/Reason.h"
+
 #include <QString>
 
 #include <functional>
@@ -7,6 +9,7 @@
 namespace Quorlin {
 
 class MessageService;
+class ReasonTexts;
 class TextSource;
 
 /// Brings a finished PDF from the component's temporary file to its final name, and opens it.
@@ -26,8 +29,9 @@ public:
         bool temporaryRemoved = false;
     };
 
-    /// All services must outlive the object.
-    ResultDelivery(Copy copy, Open open, MessageService &messages, const TextSource &texts);
+    /// All services must outlive the object. @param reasons nullptr for English.
+    ResultDelivery(Copy copy, Open open, MessageService &messages, const TextSource &texts,
+                   const ReasonTexts *reasons = nullptr);
 
     /// The name of the result made of a converter's input: everything from the name's last "."
     /// replaced by ".pdf". A name without "." stays as it is, so that the result takes its place;
@@ -44,11 +48,14 @@ public:
 
 private:
     [[nodiscard]] QString copyMessage(const QString &finalName) const;
+    [[nodiscard]] static Reason obstacleOf(const QString &temporary, const QString &finalName);
+    [[nodiscard]] QString whyNotCopied(const QString &temporary, const QString &finalName) const;
 
     Copy m_copy;
     Open m_open;
     MessageService &m_messages;
     const TextSource &m_texts;
+    const ReasonTexts *m_reasons;
 };
 
 } // namespace Quorlin

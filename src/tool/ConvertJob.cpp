@@ -48,7 +48,7 @@ void ConvertJob::cancel()
         object->disconnect(this);
     blockSignals(true);
     for (const auto position : alive())
-        fail(position, Reason::Cancelled, reasonText(Reason::Cancelled));
+        fail(position, Reason::Cancelled, {});
 }
 
 double ConvertJob::seconds() const
@@ -161,7 +161,7 @@ void ConvertJob::fail(qsizetype position, Reason reason, const QString &text)
     if (document.failed())
         return;
     document.reason = reason;
-    document.text = text;
+    document.detail = reasonDetail(reason, text);
     document.seconds = seconds();
     const auto copy = document;
     Q_EMIT documentFailed(copy);

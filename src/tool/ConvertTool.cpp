@@ -89,7 +89,7 @@ void ConvertTool::giveUpAll(const Delivery::Outcome &obstacle)
         if (document.failed())
             continue;
         document.reason = obstacle.reason;
-        document.text = obstacle.text;
+        document.detail = obstacle.text;
     }
     giveUp(SomeFailed, obstacle.text);
 }
@@ -212,7 +212,7 @@ void ConvertTool::deliverOne(DocumentRecord &document)
     const auto outcome = m_delivery->deliver(document.distilled, target);
     document.seconds = m_job->seconds();
     document.reason = outcome.reason;
-    document.text = outcome.text;
+    document.detail = outcome.text;
     if (document.failed()) {
         m_narrator.tellFailure(document);
         return;
@@ -227,7 +227,7 @@ void ConvertTool::failAll(const Delivery::Outcome &outcome)
         if (document.failed())
             continue;
         document.reason = outcome.reason;
-        document.text = outcome.text;
+        document.detail = outcome.text;
         m_narrator.tellFailure(document);
     }
 }

@@ -82,10 +82,8 @@ void DocumentGatherer::addFile(const QString &path)
     DocumentRecord document;
     document.input = path;
     document.reason = FileNames::isUtf8(path) ? Acceptance::refusalOf(path) : Reason::NotReadable;
-    if (document.failed())
-        document.text = FileNames::isUtf8(path)
-                            ? reasonText(document.reason)
-                            : QStringLiteral("its name is not UTF-8; rename it first");
+    if (!FileNames::isUtf8(path))
+        document.detail = QStringLiteral("its name is not UTF-8; rename it first");
     m_documents.append(document);
 }
 

@@ -14,10 +14,17 @@ struct DocumentRecord
     QString distilled;            ///< the PDF where the component left it, once distilled
     QString output;               ///< the PDF under its final name, once delivered
     Reason reason = Reason::None; ///< why it failed
-    QString text;                 ///< the same in words
+    QString detail;               ///< in English, what is known beyond the reason; mostly nothing
     double seconds = 0;           ///< from the start of the run to its result or failure
 
     [[nodiscard]] bool failed() const { return reason != Reason::None; }
+
+    /// Why it failed, for people: the reason's sentence and the detail, without a full stop.
+    [[nodiscard]] QString failure() const
+    {
+        const auto sentence = reasonText(reason);
+        return detail.isEmpty() ? sentence : QStringLiteral("%1 (%2)").arg(sentence, detail);
+    }
 };
 
 } // namespace Quorlin

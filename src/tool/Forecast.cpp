@@ -20,7 +20,7 @@ void plan(DocumentRecord &document, const QString &target)
 {
     const auto obstacle = Delivery::obstacleAt(target);
     document.reason = obstacle.reason;
-    document.text = obstacle.text;
+    document.detail = obstacle.text;
     if (!document.failed())
         document.output = target;
 }
@@ -38,7 +38,6 @@ void make(Report &report, const Options &options, Delivery &delivery)
         auto &document = *documents.at(i);
         if (places.at(i).folder.isEmpty()) {
             document.reason = Reason::NotAllowed;
-            document.text = reasonText(document.reason);
             continue;
         }
         plan(document, options.merges() ? options.mergeTarget()

@@ -37,7 +37,11 @@ void Narrator::waitForTyping()
 
 void Narrator::tellFailure(const DocumentRecord &document)
 {
-    complain(QStringLiteral("%1: %2").arg(shownPath(document.input), document.text));
+    complain(QStringLiteral("%1: %2").arg(shownPath(document.input), document.failure()));
+    if (m_options.quiet || m_advised.contains(document.reason))
+        return;
+    m_advised.append(document.reason);
+    m_console.note(QStringLiteral("    ") + reasonAdvice(document.reason));
 }
 
 void Narrator::tellResult(const DocumentRecord &document)

@@ -21,6 +21,7 @@ public:
     void log(const QString &line);
     void waitForTyping();
 
+    /// With what one can do about it, at the first failure of each kind and not when quiet.
     void tellFailure(const DocumentRecord &document);
     void tellResult(const DocumentRecord &document);
     void tellMerged(const Report &report);
@@ -43,6 +44,7 @@ private:
     Console &m_console;
     Options m_options;
     ProgressDisplay m_progress;
+    QList<Reason> m_advised; ///< the user knows what to do about these
 };
 
 } // namespace Quorlin

@@ -41,7 +41,11 @@ QJsonObject entryOf(const DocumentRecord &document, bool dryRun)
                       {QStringLiteral("status"), statusOf(document, dryRun)}};
     if (document.failed()) {
         entry.insert(QStringLiteral("reason"), reasonKey(document.reason));
-        entry.insert(QStringLiteral("text"), document.text);
+        entry.insert(QStringLiteral("code"), static_cast<int>(document.reason));
+        entry.insert(QStringLiteral("text"), reasonText(document.reason));
+        entry.insert(QStringLiteral("advice"), reasonAdvice(document.reason));
+        if (!document.detail.isEmpty())
+            entry.insert(QStringLiteral("detail"), document.detail);
     }
     return entry;
 }

@@ -53,7 +53,7 @@ Row rowOf(const DocumentRecord &document, const Report &report)
 {
     Row row;
     row[Document] = Console::harmless(shownPath(document.input));
-    row[Result] = Console::harmless(document.failed() ? QLatin1String(Failed) + document.text
+    row[Result] = Console::harmless(document.failed() ? QLatin1String(Failed) + document.failure()
                                                       : shownPath(document.output));
     if (!report.dryRun && !document.failed() && !report.merges)
         row[Size] = sizeText(QFileInfo(document.output).size());

@@ -18,9 +18,10 @@ Conversion::Conversion(const ComponentSettings &component, const ConversionSetti
           [this](const QString &source, const QString &destination) {
               return pCopyFile.CopyFile(source, destination, true, true);
           },
-          surroundings.openResult, surroundings.messages, surroundings.texts),
+          surroundings.openResult, surroundings.messages, surroundings.texts,
+          &surroundings.reasons),
       m_driver({m_lib, m_distiller, m_merger, surroundings.window, surroundings.messages,
-                surroundings.texts, m_delivery},
+                surroundings.texts, m_delivery, &surroundings.reasons},
                settings)
 {
     QObject::connect(&m_client, &ComponentClient::noticed, &m_client,

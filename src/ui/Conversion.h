@@ -23,6 +23,7 @@ public:
         MessageService &messages;
         const TextSource &texts;
         ResultDelivery::Open openResult;
+        const ReasonTexts &reasons;
     };
 
     /// Whether there is a component to make objects of.

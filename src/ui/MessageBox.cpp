@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -20,6 +21,7 @@ namespace Quorlin {
 namespace {
 
 constexpr int Room = 20;
+constexpr int BetweenTexts = 12;
 constexpr int IconSide = 36;
 /// What the frame, the button and the room around them may need of the screen's height.
 constexpr int OtherHeight = 200;
@@ -30,10 +32,11 @@ constexpr int MostHeight = 420;
 } // namespace
 
 MessageBox::MessageBox(const QString &text, MessageStyle style, const QString &title,
-                       QWidget *parent)
+                       QWidget *parent, const QString &detail)
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
-      m_text(new MessageText(text, this))
+      m_text(new MessageText(text, this)),
+      m_detail(detail.isEmpty() ? nullptr : new MessageText(detail, this))
 {
     setWindowTitle(title);
     auto *const grid = new QGridLayout(this);
@@ -42,7 +45,12 @@ MessageBox::MessageBox(const QString &text, MessageStyle style, const QString &t
     grid->setVerticalSpacing(Room);
     grid->setSizeConstraint(QLayout::SetFixedSize);
     addIcon(style);
-    grid->addWidget(m_text, 0, 1, Qt::AlignVCenter | Qt::AlignLeft);
+    auto *const column = new QVBoxLayout;
+    column->setSpacing(BetweenTexts);
+    column->addWidget(m_text, 0, Qt::AlignLeft);
+    if (m_detail)
+        column->addWidget(m_detail, 0, Qt::AlignLeft);
+    grid->addLayout(column, 0, 1, Qt::AlignVCenter | Qt::AlignLeft);
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     grid->addWidget(buttons, 1, 0, 1, 2);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -67,7 +75,18 @@ void MessageBox::fit()
 {
     const auto *const where = parentWidget() ? parentWidget()->screen() : screen();
     const auto room = where->availableSize() - QSize(OtherWidth, OtherHeight);
-    m_text->fitInto(QSize(std::max(room.width(), 1), std::clamp(room.height(), 1, MostHeight)));
+    QSize most(std::max(room.width(), 1), std::clamp(room.height(), 1, MostHeight));
+    if (m_detail) {
+        m_detail->fitInto(QSize(most.width(), most.height() / 2));
+        most.setHeight(std::max(most.height() - m_detail->height() - BetweenTexts, 1));
+    }
+    m_text->fitInto(most);
+}
+
+QString MessageBox::wholeText() const
+{
+    const auto text = m_text->toPlainText();
+    return m_detail ? text + QStringLiteral("\n\n") + m_detail->toPlainText() : text;
 }
 
 void MessageBox::showEvent(QShowEvent *event)
@@ -83,7 +102,7 @@ void MessageBox::showEvent(QShowEvent *event)
 void MessageBox::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::Copy))
-        QGuiApplication::clipboard()->setText(m_text->toPlainText());
+        QGuiApplication::clipboard()->setText(wholeText());
     else
         QDialog::keyPressEvent(event);
 }

@@ -14,9 +14,10 @@ class MessageBox : public QDialog
     Q_OBJECT
 
 public:
-    /// @param text shown as it is, never as marked-up text.
+    /// @param text and @param detail shown as they are, never as marked-up text. The detail is a
+    /// second paragraph below the text; empty for none.
     MessageBox(const QString &text, MessageStyle style, const QString &title,
-               QWidget *parent = nullptr);
+               QWidget *parent = nullptr, const QString &detail = {});
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -25,8 +26,10 @@ protected:
 private:
     void addIcon(MessageStyle style);
     void fit();
+    [[nodiscard]] QString wholeText() const;
 
     MessageText *m_text;
+    MessageText *m_detail; ///< nullptr when there is none
 };
 
 } // namespace Quorlin

@@ -14,8 +14,10 @@ public:
     /// The window that boxes belong to from now on; nullptr for none. It is not owned.
     void setWindow(QWidget *window) { m_window = window; }
 
-    /// The text is shown as it is, never as marked-up text.
+    /// Texts are shown as they are, never as marked-up text.
     void show(const QString &text, MessageStyle style, const QString &title) override;
+    void showWithDetail(const QString &text, MessageStyle style, const QString &title,
+                        const QString &detail) override;
 
 private:
     QPointer<QWidget> m_window;

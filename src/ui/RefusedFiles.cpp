@@ -1,5 +1,6 @@
 #include "ui/RefusedFiles.h"
 
+#include "convert/ReasonTexts.h"
 #include "winsupport/MessageService.h"
 #include "winsupport/TextSource.h"
 
@@ -17,8 +18,9 @@ constexpr qsizetype MostTold = 10;
 
 } // namespace
 
-RefusedFiles::RefusedFiles(MessageService &messages, const TextSource &texts)
-    : m_messages(messages), m_texts(texts)
+RefusedFiles::RefusedFiles(MessageService &messages, const TextSource &texts,
+                           const ReasonTexts *reasons)
+    : m_messages(messages), m_texts(texts), m_reasons(reasons)
 {
 }
 
@@ -38,8 +40,9 @@ void RefusedFiles::show(const QStringList &paths)
         lines.append(lineOf(path));
     if (paths.size() > MostTold)
         lines.append(QString(QChar(0x2026)));
-    m_messages.show(lines.join(QLatin1Char('\n')), MessageStyle::Information,
-                    m_texts.text(QStringLiteral("InfoWindowTitle")));
+    m_messages.showWithDetail(lines.join(QLatin1Char('\n')), MessageStyle::Information,
+                              m_texts.text(QStringLiteral("InfoWindowTitle")),
+                              m_reasons ? m_reasons->advice(Reason::NotPostScript) : QString());
 }
 
 QString RefusedFiles::lineOf(const QString &path) const

@@ -5,6 +5,7 @@
 namespace Quorlin {
 
 class MessageService;
+class ReasonTexts;
 class TextSource;
 
 /// Files that call themselves PostScript and are not. The user is told of them in one message for
@@ -12,8 +13,9 @@ class TextSource;
 class RefusedFiles
 {
 public:
-    /// Both must outlive the object.
-    RefusedFiles(MessageService &messages, const TextSource &texts);
+    /// All must outlive the object. @param reasons say what the user can do; nullptr for nothing.
+    RefusedFiles(MessageService &messages, const TextSource &texts,
+                 const ReasonTexts *reasons = nullptr);
 
     void add(const QString &path) { m_paths.append(path); }
     /// Shows the message, and returns when the user has answered; does nothing without files, and
@@ -30,6 +32,7 @@ private:
 
     MessageService &m_messages;
     const TextSource &m_texts;
+    const ReasonTexts *m_reasons;
     QStringList m_paths;
     bool m_isTelling = false;
 };

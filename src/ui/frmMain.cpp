@@ -50,7 +50,7 @@ frmMain::frmMain(const Surroundings &surroundings)
     : m_surroundings(surroundings), m_settings(surroundings.registry, surroundings.programFolder),
       m_list(*LstFile),
       m_controls(std::make_unique<JobControls>(*this, m_list, surroundings.dialogs)),
-      m_refused(surroundings.messages, surroundings.texts),
+      m_refused(surroundings.messages, surroundings.texts, &m_reasons),
       m_requests(std::make_unique<ConvertRequests>(
           m_list, m_refused,
           ConvertRequests::Window{[this] { return isFree(); }, [this] { convertNow(); }})),
@@ -186,7 +186,7 @@ bool frmMain::makeComponent()
     }
     const Conversion::Surroundings surroundings{
         *m_controls, m_surroundings.messages, texts,
-        [this](const QString &fileName) { openFile(fileName); }};
+        [this](const QString &fileName) { openFile(fileName); }, m_reasons};
     m_conversion =
         std::make_unique<Conversion>(m_surroundings.component, *m_conversionSettings, surroundings);
     return true;

@@ -5,6 +5,7 @@
 #include "ui/DocumentList.h"
 #include "ui/MainForm.h"
 #include "ui/MainSurroundings.h"
+#include "ui/ReasonWords.h"
 #include "ui/ReceivedTexts.h"
 #include "ui/RefusedFiles.h"
 #include "ui/UserSettings.h"
@@ -124,6 +125,7 @@ private:
     UserSettings m_settings;
     DocumentList m_list;
     std::unique_ptr<JobControls> m_controls;
+    ReasonWords m_reasons{[this] { return Language(); }};
     RefusedFiles m_refused;
     ReceivedTexts m_received;
     std::unique_ptr<ConvertRequests> m_requests;

@@ -16,6 +16,17 @@ public:
 
     /// Shows a modal box with an OK button and returns when it was answered.
     virtual void show(const QString &text, MessageStyle style, const QString &title) = 0;
+
+    /// The same with a second paragraph, which tells more than the text; empty for none. A service
+    /// that has no place for it shows the text alone.
+    virtual void showWithDetail(const QString &text, MessageStyle style, const QString &title,
+                                const QString &detail);
 };
+
+inline void MessageService::showWithDetail(const QString &text, MessageStyle style,
+                                           const QString &title, const QString &)
+{
+    show(text, style, title);
+}
 
 } // namespace Quorlin

@@ -1,3 +1,4 @@
+#include "component/protocol/Reason.h"
 #include "endtoend/ConvertScene.h"
 #include "endtoend/PdfFacts.h"
 #include "endtoend/TestDocuments.h"
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void whatIsDamagedIsReported_data();
     void whatIsDamagedIsReported();
     void protectedDocumentsAreReported();
+    void everyFailureSaysWhatToDo();
     void nothingToConvertIsAnError();
     void unusualNamesAreTaken();
     void aNameLikeAnOptionIsTakenAfterTwoDashes();
@@ -149,6 +151,33 @@ void tst_endtoend_badinput::protectedDocumentsAreReported()
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY(outcome.errors.contains(
         QStringLiteral("locked.pdf: the document is protected by a password")));
+}
+
+/// On the screen once for each kind, in the report with each document.
+void tst_endtoend_badinput::everyFailureSaysWhatToDo()
+{
+    m_scene->write(QStringLiteral("one.docx"), PackageMaker::encryptedCompound());
+    m_scene->write(QStringLiteral("two.docx"), PackageMaker::encryptedCompound());
+    m_scene->write(QStringLiteral("faulty.ps"), "%!PS\n1 0 div showpage\n");
+    m_scene->write(QStringLiteral("text.ps"), "This is no program.\n");
+    const auto outcome =
+        convertBetweenGoodOnes({QStringLiteral("one.docx"), QStringLiteral("two.docx"),
+                                QStringLiteral("faulty.ps"), QStringLiteral("text.ps")});
+    const QList<Reason> reasons{Reason::Protected, Reason::Protected, Reason::Damaged,
+                                Reason::NotPostScript};
+    for (qsizetype position = 0; position < reasons.size(); ++position) {
+        const auto reason = reasons.at(position);
+        const auto entry = outcome.document(position + 1);
+        QCOMPARE(entry.value(QLatin1String("reason")).toString(), reasonKey(reason));
+        QCOMPARE(entry.value(QLatin1String("code")).toInt(), static_cast<int>(reason));
+        QCOMPARE(entry.value(QLatin1String("text")).toString(), reasonText(reason));
+        QCOMPARE(entry.value(QLatin1String("advice")).toString(), reasonAdvice(reason));
+        QCOMPARE(outcome.errors.count(reasonAdvice(reason)), 1);
+    }
+    const auto detail = outcome.document(3).value(QLatin1String("detail")).toString();
+    QCOMPARE(detail, QStringLiteral("the PostScript is faulty (undefinedresult)"));
+    QVERIFY(outcome.errors.contains(
+        QStringLiteral("faulty.ps: %1 (%2)").arg(reasonText(Reason::Damaged), detail)));
 }
 
 void tst_endtoend_badinput::nothingToConvertIsAnError()

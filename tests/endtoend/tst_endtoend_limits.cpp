@@ -1,3 +1,4 @@
+#include "component/protocol/Reason.h"
 #include "endtoend/ConvertScene.h"
 #include "endtoend/PdfFacts.h"
 #include "endtoend/TestDocuments.h"
@@ -24,12 +25,17 @@ private Q_SLOTS:
     void anEngineThatNeverAnswersTakesTooLong();
     void endlessProgramsTakeTooLong_data();
     void endlessProgramsTakeTooLong();
+    void anEngineThatBreaksIsReported_data();
+    void anEngineThatBreaksIsReported();
+    void aDiskThatIsReadOnlyIsReported_data();
+    void aDiskThatIsReadOnlyIsReported();
     void aFullDocumentsFolderIsReported();
     void aFullTemporaryFolderIsReported_data();
     void aFullTemporaryFolderIsReported();
 
 private:
     QString installPrograms(const QStringList &names);
+    void installStandIn(const char *name, const QByteArray &script) const;
 
     std::unique_ptr<SmallDisk> m_disk;
     std::unique_ptr<ConvertScene> m_scene;
@@ -50,6 +56,15 @@ QString tst_endtoend_limits::installPrograms(const QStringList &names)
         if (!QFile::link(QStandardPaths::findExecutable(name), folder + QLatin1Char('/') + name))
             qFatal("no link to %s", qUtf8Printable(name));
     return folder;
+}
+
+/// Puts a script in a program's place, in the folder of installPrograms().
+void tst_endtoend_limits::installStandIn(const char *name, const QByteArray &script) const
+{
+    const auto path = QByteArray("programs/") + name;
+    m_scene->world().write(path.constData(), "#!/bin/sh\n" + script + '\n');
+    QFile::setPermissions(m_scene->world().path(path.constData()),
+                          QFile::ReadOwner | QFile::ExeOwner);
 }
 
 void tst_endtoend_limits::aMissingProgramIsNamed_data()
@@ -83,8 +98,10 @@ void tst_endtoend_limits::aMissingProgramIsNamed()
         {QStringLiteral("a.fodt"), QStringLiteral("b.pdf"), QStringLiteral("c.ps")});
     QTEST(outcome.results().join(QLatin1Char(' ')), "results");
     QCOMPARE(outcome.exitCode, 1);
-    QVERIFY2(outcome.errors.contains(QStringLiteral("a.fodt: ") + text),
+    const auto sentence = reasonText(Reason::ProgramMissing);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("a.fodt: %1 (%2)").arg(sentence, text)),
              qPrintable(outcome.errors));
+    QCOMPARE(outcome.document(0).value(QLatin1String("detail")).toString(), text);
 }
 
 void tst_endtoend_limits::anEngineThatNeverAnswersTakesTooLong()
@@ -109,6 +126,71 @@ void tst_endtoend_limits::anEngineThatNeverAnswersTakesTooLong()
     QCOMPARE(outcome.results(), QStringList(4, QStringLiteral("too-long"))
                                     << QStringLiteral("converted"));
     QVERIFY2(outcome.seconds < 15, qPrintable(QString::number(outcome.seconds)));
+}
+
+void tst_endtoend_limits::anEngineThatBreaksIsReported_data()
+{
+    QTest::addColumn<QString>("broken");
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QString>("results");
+    QTest::newRow("ends") << "pdftops"
+                          << "exit 77"
+                          << "engine-failed converted";
+    QTest::newRow("crashes") << "pdftops"
+                             << "kill -SEGV $$"
+                             << "engine-failed converted";
+    QTest::newRow("the distiller ends") << "gs"
+                                        << "exit 3"
+                                        << "engine-failed engine-failed";
+}
+
+void tst_endtoend_limits::anEngineThatBreaksIsReported()
+{
+    QFETCH(QString, broken);
+    QFETCH(QString, script);
+    QStringList programs{QStringLiteral("soffice"), QStringLiteral("gs"),
+                         QStringLiteral("pdftops")};
+    programs.removeAll(broken);
+    m_scene->setVariable("PATH", installPrograms(programs));
+    installStandIn(qPrintable(broken), script.toUtf8());
+    m_scene->write(QStringLiteral("b.pdf"), TestDocuments::pdf("b"));
+    m_scene->write(QStringLiteral("c.ps"), TestDocuments::postScript("c"));
+    const auto outcome = m_scene->convert({QStringLiteral("b.pdf"), QStringLiteral("c.ps")});
+    QTEST(outcome.results().join(QLatin1Char(' ')), "results");
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.document(0).value(QLatin1String("code")).toInt(), 55);
+    QVERIFY2(outcome.errors.contains(
+                 QStringLiteral("quorlin-convert: b.pdf: the converter failed on this document")),
+             qPrintable(outcome.errors));
+}
+
+void tst_endtoend_limits::aDiskThatIsReadOnlyIsReported_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("the folder of results") << "disk/results";
+    QTest::newRow("the folder of the document and the home") << "";
+}
+
+void tst_endtoend_limits::aDiskThatIsReadOnlyIsReported()
+{
+    QFETCH(QString, folder);
+    const auto place = m_scene->path(QStringLiteral("disk"));
+    QDir().mkpath(place);
+    m_disk = std::make_unique<SmallDisk>(place, 64);
+    if (!m_disk->isMounted())
+        QSKIP("This user may not mount a small disk.");
+    m_scene->write(QStringLiteral("disk/a.pdf"), TestDocuments::pdf("a"));
+    QVERIFY(m_disk->makeReadOnly());
+    if (folder.isEmpty())
+        m_scene->setVariable("HOME", place);
+    const auto arguments =
+        folder.isEmpty() ? QStringList() : QStringList{QStringLiteral("-o"), m_scene->path(folder)};
+    const auto outcome = m_scene->convert(arguments + QStringList{QStringLiteral("disk/a.pdf")});
+    QCOMPARE(outcome.results(), QStringList(QStringLiteral("not-allowed")));
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.document(0).value(QLatin1String("code")).toInt(), 58);
+    QCOMPARE(outcome.document(0).value(QLatin1String("text")).toString(),
+             reasonText(Reason::NotAllowed));
 }
 
 void tst_endtoend_limits::endlessProgramsTakeTooLong_data()

@@ -3,6 +3,7 @@
 #include "component/protocol/Acceptance.h"
 #include "component/protocol/Message.h"
 #include "component/protocol/Protocol.h"
+#include "component/protocol/Reason.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -152,6 +153,11 @@ void FakeComponent::misbehaveBefore(int job)
 QString FakeComponent::reasonFor(const QString &step, const QJsonObject &document) const
 {
     const auto path = member(document, "file");
+    const auto word = step == QLatin1String(Protocol::Print) ? QStringLiteral("because-%1-")
+                                                             : QStringLiteral("later-%1-");
+    for (const auto reason : allReasons())
+        if (const auto key = reasonKey(reason); named(path, qPrintable(word.arg(key))))
+            return key;
     if (named(path, "protected"))
         return QStringLiteral("protected");
     if (is("failall") || named(path, "fail") || named(path, "damaged"))

@@ -17,6 +17,7 @@ namespace Quorlin {
 ///
 /// Words in a document's base name:
 ///   fail           fails in the first step that sees it; protected, damaged: with that reason
+///   because-X-     fails in the step `print` with the reason X; later-X-: in `distil`
 ///   undistillable  fails in the step `distil`
 ///   unmergeable    fails the step `merge`
 ///   missing        its output is named, but not written, and no failure is reported

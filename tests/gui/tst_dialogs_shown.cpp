@@ -1,4 +1,5 @@
 #include "RowPicture.h"
+#include "convert/FailureNote.h"
 #include "i18n/AppText.h"
 #include "i18n/AppTextSource.h"
 #include "quorlin-skin/SkinShow.h"
@@ -9,6 +10,7 @@
 #include "ui/ListMenu.h"
 #include "ui/MessageBox.h"
 #include "ui/MessageText.h"
+#include "ui/ReasonWords.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -49,6 +51,13 @@ private Q_SLOTS:
     void aPathOfAnyLengthStaysOnTheScreen();
     void aMessageLooksLikeTheWindow_data() { addRows(); }
     void aMessageLooksLikeTheWindow();
+    void everyReasonIsShownBelowTheMessage_data() { addRows(); }
+    void everyReasonIsShownBelowTheMessage();
+    void aListOfFailuresIsShownWhole_data() { addRows(); }
+    void aListOfFailuresIsShownWhole();
+    void aLongReasonLeavesRoomForTheMessage();
+    void assistiveToolsReadTheReason();
+    void aMessageIsCopiedWithItsReason();
     void aMessageIsNoMarkUp();
     void aMessageCanBeCopied();
     void assistiveToolsReadTheMessage();
@@ -57,6 +66,8 @@ private:
     static void addRows();
     void wear(const QString &skin, const QString &language);
     void wear();
+    [[nodiscard]] QString couldNotPrint(const QString &path) const;
+    void checkDetail(MessageBox &box, const QString &text, const QString &detail) const;
     [[nodiscard]] QList<QMenu *> menus() const;
 
     AppTextSource m_texts;
@@ -348,6 +359,119 @@ void TestDialogsShown::aMessageLooksLikeTheWindow()
     QCOMPARE(picture.pixelColor(inside), look.colour(LookColour::Accent));
     QVERIFY(ColorValue::contrast(look.colour(LookColour::AccentText),
                                  look.colour(LookColour::Accent)) >= leastContrast());
+}
+
+QString TestDialogsShown::couldNotPrint(const QString &path) const
+{
+    return AppText::GetText(TextKey::ErrorPrintFilename1) + QLatin1Char(' ') + path +
+           AppText::GetText(TextKey::ErrorPrintFilename2);
+}
+
+/// The message stands as it is, and below it, whole and legible, the detail.
+void TestDialogsShown::checkDetail(MessageBox &box, const QString &text,
+                                   const QString &detail) const
+{
+    box.show();
+    QCoreApplication::processEvents();
+    const auto texts = box.findChildren<MessageText *>();
+    QCOMPARE(texts.size(), 2);
+    QCOMPARE(texts.first()->toPlainText(), text);
+    QCOMPARE(texts.last()->toPlainText(), detail);
+    const auto ground = AppSkin::GetLook().colour(LookColour::Menu);
+    const auto picture = box.grab().toImage();
+    for (auto *const shown : texts) {
+        QCOMPARE(shown->verticalScrollBar()->maximum(), 0);
+        QCOMPARE(shown->horizontalScrollBar()->maximum(), 0);
+        QVERIFY(box.rect().contains(shown->geometry()));
+        QVERIFY(mostContrast(picture, shown->geometry(), ground) >= leastContrast());
+    }
+    QVERIFY(texts.first()->geometry().bottom() < texts.last()->geometry().top());
+    QVERIFY(texts.last()->geometry().bottom() < placeOfButton(box).top());
+    QCOMPARE(texts.first()->x(), texts.last()->x());
+    const auto room = box.screen()->availableSize();
+    QVERIFY(box.width() <= room.width() && box.height() <= room.height());
+    QVERIFY(box.rect().contains(placeOfButton(box)));
+}
+
+void TestDialogsShown::everyReasonIsShownBelowTheMessage()
+{
+    wear();
+    QFETCH(QString, language);
+    const ReasonWords words([&language] { return language; });
+    const auto text = couldNotPrint(QStringLiteral("/documents/of/somebody/Annual report.docx"));
+    const auto title = AppText::GetText(TextKey::ErrorWindowTitle);
+    for (const auto reason : allReasons()) {
+        if (reason == Reason::None)
+            continue;
+        const auto known = reason == Reason::ProgramMissing
+                               ? QStringLiteral("LibreOffice (soffice) is not installed")
+                               : QString();
+        const auto detail = FailureNote::ofOne({text, reason, known}, words);
+        MessageBox box(text, MessageStyle::Critical, title, nullptr, detail);
+        checkDetail(box, text, detail);
+        keepRowPicture(box, QStringLiteral("reason ") + reasonKey(reason));
+    }
+}
+
+void TestDialogsShown::aListOfFailuresIsShownWhole()
+{
+    wear();
+    QFETCH(QString, language);
+    const ReasonWords words([&language] { return language; });
+    QList<FailedDocument> documents;
+    for (const auto reason : allReasons().mid(8, 7))
+        documents.append(
+            {QStringLiteral("/d/A document whose name is rather long, as they are.odt"),
+             reason,
+             {}});
+    const auto text = AppText::GetText(TextKey::ErrorPDFLibPrint);
+    const auto detail = FailureNote::ofAll(documents, words);
+    QCOMPARE(detail.count(QLatin1Char('\n')), 5);
+    MessageBox box(text, MessageStyle::Critical, QString(), nullptr, detail);
+    checkDetail(box, text, detail);
+    keepRowPicture(box, QStringLiteral("reasons of several"));
+}
+
+void TestDialogsShown::aLongReasonLeavesRoomForTheMessage()
+{
+    wear(QStringLiteral("Clarity"), QStringLiteral("english"));
+    const auto text = QStringLiteral("/some folder").repeated(320);
+    MessageBox box(text, MessageStyle::Critical, QString(), nullptr, text);
+    box.show();
+    QCoreApplication::processEvents();
+    const auto room = box.screen()->availableSize();
+    QVERIFY(box.width() <= room.width() && box.height() <= room.height());
+    QVERIFY(box.rect().contains(placeOfButton(box)));
+    for (auto *const shown : box.findChildren<MessageText *>()) {
+        QVERIFY(shown->height() >= 4 * shown->fontMetrics().height());
+        QVERIFY(shown->verticalScrollBar()->maximum() > 0);
+        QVERIFY(shown->focusPolicy() & Qt::TabFocus);
+    }
+    QCOMPARE(box.focusWidget(), &buttonOf(box));
+}
+
+void TestDialogsShown::assistiveToolsReadTheReason()
+{
+    MessageBox box(QStringLiteral("what"), MessageStyle::Critical, QString(), nullptr,
+                   QStringLiteral("why"));
+    box.show();
+    auto *const spoken = QAccessible::queryAccessibleInterface(&box);
+    QVERIFY(spoken);
+    QStringList heard;
+    for (int at = 0; at < spoken->childCount(); ++at)
+        if (const auto *const child = spoken->child(at); child->role() == QAccessible::StaticText)
+            heard.append(child->text(QAccessible::Name));
+    heard.removeAll(QString()); // the icon
+    QCOMPARE(heard, QStringList({QStringLiteral("what"), QStringLiteral("why")}));
+}
+
+void TestDialogsShown::aMessageIsCopiedWithItsReason()
+{
+    MessageBox box(QStringLiteral("what"), MessageStyle::Plain, QString(), nullptr,
+                   QStringLiteral("why"));
+    box.show();
+    QTest::keySequence(&buttonOf(box), QKeySequence::Copy);
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("what\n\nwhy"));
 }
 
 void TestDialogsShown::aMessageIsNoMarkUp()

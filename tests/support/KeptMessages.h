@@ -19,11 +19,17 @@ public:
         QString text;
         MessageStyle style;
         QString title;
+        QString detail{};
     };
 
     void show(const QString &text, MessageStyle style, const QString &title) override
     {
-        m_all.append({text, style, title});
+        showWithDetail(text, style, title, {});
+    }
+    void showWithDetail(const QString &text, MessageStyle style, const QString &title,
+                        const QString &detail) override
+    {
+        m_all.append({text, style, title, detail});
         if (m_whileShown)
             m_whileShown();
     }

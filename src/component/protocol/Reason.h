@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QMetaType>
 #include <QString>
 
@@ -38,6 +39,15 @@ enum class Reason {
 
 /// A sentence for people, in English, without a full stop.
 [[nodiscard]] QString reasonText(Reason reason);
+
+/// What a user can do about it: whole sentences in English; empty for None.
+[[nodiscard]] QString reasonAdvice(Reason reason);
+
+/// What a text on the pipe says beyond the reason's own sentence; empty when that is nothing.
+[[nodiscard]] QString reasonDetail(Reason reason, const QString &text);
+
+/// Every reason once, None too, by their numbers.
+[[nodiscard]] QList<Reason> allReasons();
 
 } // namespace Quorlin
 

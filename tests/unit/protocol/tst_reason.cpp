@@ -29,6 +29,9 @@ private Q_SLOTS:
     void keysAreWordsForThePipe();
     void textsAreSentencesWithoutAFullStop();
     void aPostScriptFileThatIsNoneIs42();
+    void everyReasonIsListed();
+    void thereIsSomethingToDoAboutEveryReason();
+    void aDetailIsWhatTheSentenceDoesNotSay();
     void aKeyThatNobodyKnowsMeansThatTheEngineFailed();
     void aReasonThatNobodyKnowsMeansThatTheEngineFailed();
 };
@@ -79,6 +82,27 @@ void TestReason::aPostScriptFileThatIsNoneIs42()
     QCOMPARE(static_cast<int>(Reason::NotPostScript), 42);
 }
 
+void TestReason::everyReasonIsListed()
+{
+    QCOMPARE(allReasons(), QList<Reason>(Reasons.begin(), Reasons.end()));
+}
+
+void TestReason::thereIsSomethingToDoAboutEveryReason()
+{
+    for (const auto reason : Reasons) {
+        const auto advice = reasonAdvice(reason);
+        QCOMPARE(advice.isEmpty(), reason == Reason::None);
+        QVERIFY(advice.isEmpty() || (advice.at(0).isUpper() && advice.endsWith(QLatin1Char('.'))));
+    }
+}
+
+void TestReason::aDetailIsWhatTheSentenceDoesNotSay()
+{
+    QCOMPARE(reasonDetail(Reason::Damaged, reasonText(Reason::Damaged)), QString());
+    QCOMPARE(reasonDetail(Reason::Damaged, QString()), QString());
+    QCOMPARE(reasonDetail(Reason::Damaged, QStringLiteral("no pages")), QStringLiteral("no pages"));
+}
+
 void TestReason::aKeyThatNobodyKnowsMeansThatTheEngineFailed()
 {
     QCOMPARE(reasonFromKey(QStringLiteral("made-up")), Reason::EngineFailed);
@@ -90,6 +114,7 @@ void TestReason::aReasonThatNobodyKnowsMeansThatTheEngineFailed()
 {
     QCOMPARE(reasonKey(static_cast<Reason>(12345)), QStringLiteral("engine-failed"));
     QVERIFY(!reasonText(static_cast<Reason>(12345)).isEmpty());
+    QVERIFY(!reasonAdvice(static_cast<Reason>(12345)).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestReason)

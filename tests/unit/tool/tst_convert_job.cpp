@@ -95,7 +95,7 @@ void tst_convert_job::aFailureCostsNoOtherDocument()
     QCOMPARE(document(1).reason, Reason::Protected);
     QCOMPARE(document(2).reason, Reason::Damaged);
     QCOMPARE(document(3).reason, Reason::EngineFailed);
-    QCOMPARE(document(3).text, QStringLiteral("it was not printed"));
+    QCOMPARE(document(3).detail, QStringLiteral("it was not printed"));
     QVERIFY(m_folder->read(document(4).distilled).startsWith("%PDF"));
 }
 
@@ -131,8 +131,8 @@ void tst_convert_job::theDeathOfTheComponentIsAReasonForEach()
 {
     run({QStringLiteral("a.txt"), QStringLiteral("perish.txt")}, false);
     for (const int index : {0, 1})
-        QVERIFY2(document(index).text.contains(QStringLiteral("component ended")),
-                 qPrintable(document(index).text));
+        QVERIFY2(document(index).detail.contains(QStringLiteral("component ended")),
+                 qPrintable(document(index).detail));
 }
 
 void tst_convert_job::nothingToDoEndsAtOnce()

@@ -111,7 +111,7 @@ void tst_document_gatherer::aNamedFileIsKeptWithItsReason()
     QCOMPARE(found.at(0).reason, Reason::UnknownFormat);
     QCOMPARE(found.at(1).reason, Reason::NotPostScript);
     QCOMPARE(found.at(2).reason, Reason::NotFound);
-    QCOMPARE(found.at(2).text, reasonText(Reason::NotFound));
+    QCOMPARE(found.at(2).failure(), reasonText(Reason::NotFound));
 }
 
 void tst_document_gatherer::anEarlierResultIsPassedOverUnlessNamed()
@@ -215,7 +215,7 @@ void tst_document_gatherer::namesThatAreNotUtf8AreTold()
     const auto found = gatherer.gather({QStringLiteral("d")}, false);
     QCOMPARE(found.size(), 2);
     QCOMPARE(found.at(1).reason, Reason::NotReadable);
-    QVERIFY(found.at(1).text.contains(QStringLiteral("UTF-8")));
+    QVERIFY(found.at(1).detail.contains(QStringLiteral("UTF-8")));
 }
 
 void tst_document_gatherer::anEmptyFolderIsRemarked()

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void everyDocumentIsTold();
     void theMergedFileIsToldOnlyForAMerge();
     void anEmptyRunIsAReportToo();
+    void everyReasonHasItsWordItsNumberAndItsSentence();
 };
 
 void tst_report::everyDocumentIsTold()
@@ -35,7 +36,10 @@ void tst_report::everyDocumentIsTold()
                              {QStringLiteral("seconds"), 0.5},
                              {QStringLiteral("status"), QStringLiteral("failed")},
                              {QStringLiteral("reason"), QStringLiteral("protected")},
-                             {QStringLiteral("text"), QStringLiteral("locked")}};
+                             {QStringLiteral("code"), 50},
+                             {QStringLiteral("text"), reasonText(Reason::Protected)},
+                             {QStringLiteral("advice"), reasonAdvice(Reason::Protected)},
+                             {QStringLiteral("detail"), QStringLiteral("locked")}};
     const QJsonObject totals{{QStringLiteral("documents"), 2},
                              {QStringLiteral("converted"), 1},
                              {QStringLiteral("failed"), 1},
@@ -67,6 +71,27 @@ void tst_report::anEmptyRunIsAReportToo()
     const auto bytes = Report().toJson();
     QVERIFY(bytes.endsWith("}\n"));
     QVERIFY(QJsonDocument::fromJson(bytes).object().value(QStringLiteral("documents")).isArray());
+}
+
+void tst_report::everyReasonHasItsWordItsNumberAndItsSentence()
+{
+    for (const auto reason : allReasons()) {
+        if (reason == Reason::None)
+            continue;
+        Report report;
+        report.documents.append({QStringLiteral("/d/b.odt"), {}, {}, {}, reason, {}, 0.5});
+        const auto entry = QJsonDocument::fromJson(report.toJson())
+                               .object()
+                               .value(QStringLiteral("documents"))
+                               .toArray()
+                               .first()
+                               .toObject();
+        QCOMPARE(entry.value(QStringLiteral("reason")).toString(), reasonKey(reason));
+        QCOMPARE(entry.value(QStringLiteral("code")).toInt(), static_cast<int>(reason));
+        QCOMPARE(entry.value(QStringLiteral("text")).toString(), reasonText(reason));
+        QVERIFY(!entry.value(QStringLiteral("advice")).toString().isEmpty());
+        QVERIFY(!entry.contains(QStringLiteral("detail")));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_report)

@@ -66,6 +66,17 @@ class ReportSchema(unittest.TestCase):
         words = [line.split('"')[1] for line in source.splitlines() if "Entry{Reason::" in line]
         self.assertEqual(set(words) - {"none"}, set(SCHEMA["$defs"]["reason"]["enum"]))
 
+    def test_every_reason_of_the_component_reaches_the_report(self):
+        pairs = [entry["properties"] for entry in SCHEMA["$defs"]["reasonAndCode"]["oneOf"]]
+        codes = {pair["reason"]["const"]: pair["code"]["const"] for pair in pairs}
+        names = [f"because-{word}-.txt" for word in codes]
+        self.write(*names)
+        report = self.report(*names, code=1)
+        self.assertEqual({document["reason"]: document["code"] for document in report["documents"]},
+                         codes)
+        self.assertEqual([document["detail"] for document in report["documents"]],
+                         [f"it is {word}" for word in codes])
+
     def test_a_success(self):
         self.write("a.txt", "sub/b.txt")
         report = self.report("a.txt", "sub", code=0)
@@ -154,12 +165,15 @@ class ReportSchema(unittest.TestCase):
                 self.assertNotEqual(faults(changed), [])
 
 
+SENTENCES = ("text", "advice", "detail")
+
+
 def places():
     """Every object in a report of a merge with one result and one failure, and its members."""
     yield (), ("report", "version", "quality", "documents", "totals")
     yield ("totals",), ("documents", "converted", "failed", "seconds")
     yield ("documents", 0), ("input", "output", "seconds", "status")
-    yield ("documents", 1), ("input", "output", "seconds", "status", "reason", "text")
+    yield ("documents", 1), ("input", "output", "seconds", "status", "reason", "code", "text", "advice")
 
 
 def changes():
@@ -177,11 +191,14 @@ def changes():
         for member in members:
             yield (f"{path} without {member}",
                    lambda report, path=path, member=member: at(report, path).pop(member))
-            for value in (True, {"a": 1}, -1, "no/such\nword" if member != "text" else 1):
+            for value in (True, {"a": 1}, -1, "no/such\nword" if member not in SENTENCES else 1):
                 if not (member in ("quality", "version") and isinstance(value, str)):
                     yield f"{path}.{member} as {value!r}", setter(path, member, value)
     yield "a failure with a result", setter(("documents", 1), "output", "/a.pdf")
     yield "a result with a reason", setter(("documents", 0), "reason", "empty")
+    yield "a result with a detail", setter(("documents", 0), "detail", "it is empty")
+    yield "a detail that says nothing", setter(("documents", 1), "detail", "")
+    yield "the number of another reason", setter(("documents", 1), "code", 42)
     yield "a result without a file", setter(("documents", 0), "output", None)
     yield "a plan without a dry run", setter(("documents", 0), "status", "planned")
     yield "planned without a dry run", setter(("totals",), "planned", 1)

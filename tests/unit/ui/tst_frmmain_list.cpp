@@ -196,6 +196,8 @@ void TestFrmMainList::aRefusedPostScriptFileIsTold()
     QCOMPARE(message.text, AppText::GetText(TextKey::ErrorInvalidPRNFile1) + QLatin1Char(' ') +
                                file + QLatin1Char(' ') +
                                AppText::GetText(TextKey::ErrorInvalidPRNFile2));
+    const ReasonWords words([this] { return window().Language(); });
+    QCOMPARE(message.detail, words.advice(Reason::NotPostScript));
     QVERIFY(window().DocFullNameList().isEmpty());
 }
 

@@ -46,6 +46,8 @@ private Q_SLOTS:
     void documentsFromOtherStartsWaitForTheEndOfTheJob();
     void convertWaitsForDocumentsThatStillArrive();
     void aFailedJobIsToldAndTheNextOneWorks();
+    void whyAJobFailedIsToldInTheLanguageInUse_data();
+    void whyAJobFailedIsToldInTheLanguageInUse();
     void aComponentThatDiesIsToldAndTheNextJobWorks();
     void aDocumentThatVanishedIsTold();
     void captionsToggleTheirOptions();
@@ -328,6 +330,37 @@ void TestFrmMainWork::aFailedJobIsToldAndTheNextOneWorks()
     window().findChild<ListMenu *>()->ss_lst_remove->trigger();
     QVERIFY(m_scene->convert());
     QVERIFY(exists("b.pdf"));
+}
+
+void TestFrmMainWork::whyAJobFailedIsToldInTheLanguageInUse_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("english") << "english"
+                             << "The document is protected by a password.";
+    QTest::newRow("français") << "français"
+                              << "Le document est protégé par un mot de passe.";
+    QTest::newRow("deutsch") << "deutsch"
+                             << "Das Dokument ist durch ein Kennwort geschützt.";
+}
+
+void TestFrmMainWork::whyAJobFailedIsToldInTheLanguageInUse()
+{
+    QFETCH(const QString, language);
+    QFETCH(const QString, sentence);
+    window().Language(language);
+    m_scene->fill({"protected.txt", "b.txt"});
+    QVERIFY(m_scene->convert());
+    QCOMPARE(m_scene->messages.all().size(), 2);
+    const auto first = m_scene->messages.all().first();
+    QCOMPARE(first.text, AppText::GetText(TextKey::ErrorPrintFilename1) + QLatin1Char(' ') +
+                             m_scene->folder().path("protected.txt") +
+                             AppText::GetText(TextKey::ErrorPrintFilename2));
+    QVERIFY2(first.detail.startsWith(sentence), qPrintable(first.detail));
+    const auto last = m_scene->messages.all().last();
+    QCOMPARE(last.text, AppText::GetText(TextKey::ErrorPDFLibPrint));
+    QVERIFY2(last.detail.startsWith(QStringLiteral("protected.txt: ") + sentence),
+             qPrintable(last.detail));
 }
 
 void TestFrmMainWork::aComponentThatDiesIsToldAndTheNextJobWorks()
