@@ -75,12 +75,15 @@ void MessageBox::fit()
 {
     const auto *const where = parentWidget() ? parentWidget()->screen() : screen();
     const auto room = where->availableSize() - QSize(OtherWidth, OtherHeight);
-    QSize most(std::max(room.width(), 1), std::clamp(room.height(), 1, MostHeight));
-    if (m_detail) {
-        m_detail->fitInto(QSize(most.width(), most.height() / 2));
-        most.setHeight(std::max(most.height() - m_detail->height() - BetweenTexts, 1));
-    }
-    m_text->fitInto(most);
+    const auto width = std::max(room.width(), 1);
+    const auto height = std::clamp(room.height(), 1, MostHeight);
+    m_text->fitInto(QSize(width, height));
+    if (!m_detail)
+        return;
+    // What the text leaves, or half: both can be read, whatever their lengths.
+    const auto left = std::max(height - m_text->height() - BetweenTexts, height / 2);
+    m_detail->fitInto(QSize(width, left));
+    m_text->fitInto(QSize(width, std::max(height - m_detail->height() - BetweenTexts, 1)));
 }
 
 QString MessageBox::wholeText() const

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace Quorlin {
 
@@ -47,8 +48,11 @@ MessageText::MessageText(const QString &text, QWidget *parent) : QTextEdit(paren
 
 void MessageText::fitInto(const QSize &most)
 {
-    auto &page = *document();
-    page.setDefaultFont(font());
+    document()->setDefaultFont(font());
+    // A copy: the text's own document is broken anew to the width of a scroll bar that comes or
+    // goes.
+    const std::unique_ptr<QTextDocument> copy(document()->clone());
+    auto &page = *copy;
     page.setTextWidth(-1);
     const auto comfortable = fontMetrics().averageCharWidth() * ComfortableLetters;
     const auto width = std::min({int(std::ceil(page.idealWidth())) + 1, comfortable, most.width()});

@@ -21,6 +21,13 @@ from harness.windowtest import WindowTest, main  # noqa: E402
 PDF, POSTSCRIPT = "Membership.pdf", "Seed labels.ps"
 PRINT_FAILED = "An error occurred while printing."
 CONVERT_FAILED = "An error occurred during the conversion."
+# What stands below the messages.
+DAMAGED = "The document is damaged or not what its name says."
+NOT_FOUND = "There is no such file."
+NOT_READABLE = "The file may not be read."
+NOT_ALLOWED = "The result may not be written."
+NO_ROOM = "There is no room on the disk."
+ENGINE_FAILED = "The converter failed on this document."
 # What a user may wait until a program has ended that was busy.
 END_SECONDS = 10
 
@@ -36,11 +43,14 @@ class FailureTest(WindowTest):
         window.wait_for_documents(*(Path(document).name for document in documents))
         return window
 
-    def answer_errors(self, window, *texts):
-        """The message boxes come in this order and no others, and then the window is idle."""
-        for text in texts:
+    def answer_errors(self, window, *messages):
+        """The message boxes come in this order and no others, and then the window is idle. Each is a text and the
+        reasons that stand below it, by the names of documents or in sentences."""
+        for text, *reasons in messages:
             box = window.program.dialog("Error", JOB_SECONDS)
-            self.assertIn(text, box.texts)
+            self.assertEqual((box.texts[0], len(box.texts)), (text, 2))
+            for reason in reasons:
+                self.assertIn(reason, box.texts[1])
             box.answer("OK")
         window.wait_until_idle()
         self.assertFalse(window.program.has_dialog())
@@ -75,7 +85,7 @@ class Documents(FailureTest):
         documents = [copy_example(PDF, home), truncated_document(home / "broken.docx"), copy_example(POSTSCRIPT, home)]
         window = self.open_with(*documents)
         window.convert()
-        self.answer_errors(window, cannot_print(documents[1]), PRINT_FAILED)
+        self.answer_errors(window, (cannot_print(documents[1]), DAMAGED), (PRINT_FAILED, f"broken.docx: {DAMAGED}"))
         self.remove(window, "broken.docx")
         # The result of a PDF must not have the name of the PDF itself.
         results = [home / "Membership (2).pdf", home / "Seed labels.pdf"]
@@ -89,7 +99,8 @@ class Documents(FailureTest):
         vanished.unlink()
         locked.chmod(0)
         window.convert()
-        self.answer_errors(window, cannot_print(vanished), cannot_print(locked), PRINT_FAILED)
+        self.answer_errors(window, (cannot_print(vanished), NOT_FOUND), (cannot_print(locked), NOT_READABLE),
+                           (PRINT_FAILED, f"vanished.pdf: {NOT_FOUND}", f"locked.pdf: {NOT_READABLE}"))
         self.end_without_traces(window, good, locked)
 
     def test_a_folder_that_cannot_be_written_is_left_for_the_documents_folder(self):
@@ -107,7 +118,7 @@ class Documents(FailureTest):
         self.desktop.home.chmod(0o500)
         window = self.open_with(document, under=AS_ORDINARY_USER)
         window.convert()
-        self.answer_errors(window, cannot_print(document), PRINT_FAILED)
+        self.answer_errors(window, (cannot_print(document), NOT_ALLOWED), (PRINT_FAILED, f"{PDF}: {NOT_ALLOWED}"))
         self.end_without_traces(window, document)
 
 
@@ -118,7 +129,7 @@ class FullDisk(FailureTest):
             content = document.read_bytes()
             window = self.open_with(document)
             window.convert()
-            self.answer_errors(window, *(message.format(document=document) for message in messages))
+            self.answer_errors(window, *((message.format(document=document), NO_ROOM) for message in messages))
             self.end_without_traces(window, document)
             self.assertEqual(document.read_bytes(), content)
             self.expect_errors(window.program, *complaints)
@@ -178,7 +189,7 @@ class Ending(FailureTest):
     def test_a_component_that_dies_is_told_and_the_next_job_works(self):
         window, document = self.working_window()
         kill(process_of(self.desktop, "quorlin-pdf"))
-        self.answer_errors(window, CONVERT_FAILED)
+        self.answer_errors(window, (CONVERT_FAILED, f"endless.ps: {ENGINE_FAILED}"))
         document.unlink()
         copy_example(POSTSCRIPT, document.parent).rename(document)
         result = document.with_suffix(".pdf")
@@ -219,7 +230,7 @@ class Installation(FailureTest):
         script(component, "exit 3")
         window = self.open_with(document, program=program)
         window.convert()
-        self.answer_errors(window, PRINT_FAILED)
+        self.answer_errors(window, (PRINT_FAILED, f"{POSTSCRIPT}: {ENGINE_FAILED}"))
         component.unlink()
         component.symlink_to(PROGRAMS / "quorlin-pdf")
         result = self.desktop.home / "Seed labels.pdf"

@@ -13,6 +13,13 @@
 
 using namespace Quorlin;
 
+namespace {
+
+/// What the fake component's failures are told as.
+const QByteArray Damage = "the document is damaged or not what its name says (it is damaged)";
+
+} // namespace
+
 /// Whole runs of the tool with the fake component.
 class tst_convert_tool : public QObject
 {
@@ -46,6 +53,7 @@ private Q_SLOTS:
     void theReportGoesToAFile();
     void aReportThatCannotBeWrittenIsAnError();
     void quietLeavesOnlyFailures();
+    void whatToDoIsToldOnceForEachReason();
     void anInterruptionCancelsAndReports();
 
 private:
@@ -133,7 +141,8 @@ void tst_convert_tool::failuresAreNamedWithTheirReasons()
     QCOMPARE(run(converting({QStringLiteral("a.txt"), QStringLiteral("protected.txt"),
                              QStringLiteral("b.xyz"), QStringLiteral("none.txt")})),
              1);
-    QVERIFY(complained("quorlin-convert: protected.txt: it is protected\n"));
+    QVERIFY(complained("quorlin-convert: protected.txt: the document is protected by a password "
+                       "(it is protected)\n"));
     QVERIFY(complained("quorlin-convert: b.xyz: files of this kind cannot be converted\n"));
     QVERIFY(complained("quorlin-convert: none.txt: there is no such file\n"));
     QVERIFY(m_folder->files().contains(QStringLiteral("a.pdf")));
@@ -196,14 +205,16 @@ void tst_convert_tool::aMissingComponentIsAnError()
     m_component.program = QStringLiteral("/nowhere/quorlin-pdf");
     m_folder->write("a.txt");
     QCOMPARE(run(converting({QStringLiteral("a.txt")})), 1);
-    QVERIFY(complained("a.txt: the PDF component /nowhere/quorlin-pdf cannot be started"));
+    QVERIFY(complained("a.txt: a program that is needed is not installed (the PDF component "
+                       "/nowhere/quorlin-pdf cannot be started"));
 }
 
 void tst_convert_tool::aDeadComponentIsAnError()
 {
     m_folder->write("die.txt");
     QCOMPARE(run(converting({QStringLiteral("die.txt")})), 1);
-    QVERIFY(complained("die.txt: the PDF component ended with code 9"));
+    QVERIFY(complained("die.txt: the converter failed on this document (the PDF component ended "
+                       "with code 9)"));
 }
 
 void tst_convert_tool::nothingToConvertIsAnError()
@@ -253,7 +264,7 @@ void tst_convert_tool::aNameThatIsNotUtf8CostsOnlyItself()
     options.lists = QStringList{QStringLiteral("list")};
     options.listsHoldNul = true;
     QCOMPARE(run(options), 1);
-    QVERIFY(complained("\xEF\xBF\xBD.txt: its name is not UTF-8"));
+    QVERIFY(complained("\xEF\xBF\xBD.txt: the file may not be read (its name is not UTF-8"));
     QCOMPARE(m_console->output, QByteArray("a.txt -> a.pdf\n"));
 }
 
@@ -285,9 +296,9 @@ void tst_convert_tool::aTableTakesThePlaceOfLines()
     QCOMPARE(lines.size(), 5);
     QVERIFY(lines.at(0).startsWith("DOCUMENT "));
     QVERIFY(lines.at(1).startsWith("a.txt ") && lines.at(1).endsWith(" a.pdf"));
-    QVERIFY(lines.at(2).startsWith("fail.txt ") && lines.at(2).endsWith("failed: it is damaged"));
+    QVERIFY(lines.at(2).startsWith("fail.txt ") && lines.at(2).endsWith("failed: " + Damage));
     QVERIFY(lines.at(3).startsWith("2 documents: 1 converted, 1 failed; "));
-    QCOMPARE(m_console->error, QByteArray("quorlin-convert: fail.txt: it is damaged\n"));
+    QCOMPARE(m_console->error, "quorlin-convert: fail.txt: " + Damage + '\n');
 }
 
 void tst_convert_tool::theTableGivesWayToTheReport()
@@ -374,7 +385,21 @@ void tst_convert_tool::quietLeavesOnlyFailures()
     options.quiet = true;
     QCOMPARE(run(options), 1);
     QCOMPARE(m_console->output, QByteArray());
-    QCOMPARE(m_console->error, QByteArray("quorlin-convert: fail.txt: it is damaged\n"));
+    QCOMPARE(m_console->error, "quorlin-convert: fail.txt: " + Damage + '\n');
+}
+
+void tst_convert_tool::whatToDoIsToldOnceForEachReason()
+{
+    for (const auto *name : {"fail.txt", "damaged.txt", "protected.txt"})
+        m_folder->write(name);
+    QCOMPARE(run(converting({QStringLiteral("fail.txt"), QStringLiteral("damaged.txt"),
+                             QStringLiteral("protected.txt"), QStringLiteral("none.txt")})),
+             1);
+    for (const auto reason : {Reason::Damaged, Reason::Protected, Reason::NotFound}) {
+        const auto line = "\n    " + reasonAdvice(reason).toUtf8() + '\n';
+        QCOMPARE(m_console->error.count(line), 1);
+    }
+    QVERIFY(m_console->error.contains("fail.txt: " + Damage + "\n    Open it in its program"));
 }
 
 void tst_convert_tool::anInterruptionCancelsAndReports()
