@@ -154,5 +154,5 @@ def _reported(entry):
     output = entry.get("output")
     if output and Path(output).is_file() and Path(output).stat().st_size > 0:
         return Outcome(Path(output))
-    reason = ": ".join(part for part in (entry.get("reason"), entry.get("text")) if part)
+    reason = ": ".join(part for part in (entry.get("reason"), entry.get("detail") or entry.get("text")) if part)
     return Outcome(None, reason or f"status {entry.get('status')!r}, but no output")
