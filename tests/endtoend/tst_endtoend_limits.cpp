@@ -23,6 +23,7 @@ private Q_SLOTS:
     void aMissingProgramIsNamed_data();
     void aMissingProgramIsNamed();
     void anEngineThatNeverAnswersTakesTooLong();
+    void aDocumentThatNeedsTooMuchMemoryIsReported();
     void endlessProgramsTakeTooLong_data();
     void endlessProgramsTakeTooLong();
     void anEngineThatBreaksIsReported_data();
@@ -191,6 +192,23 @@ void tst_endtoend_limits::aDiskThatIsReadOnlyIsReported()
     QCOMPARE(outcome.document(0).value(QLatin1String("code")).toInt(), 58);
     QCOMPARE(outcome.document(0).value(QLatin1String("text")).toString(),
              reasonText(Reason::NotAllowed));
+}
+
+void tst_endtoend_limits::aDocumentThatNeedsTooMuchMemoryIsReported()
+{
+    m_scene->write(QStringLiteral("a.ps"), TestDocuments::postScript("a"));
+    m_scene->write(QStringLiteral("hungry.ps"),
+                   "%!PS\n/all [ 3000 { 1000000 string } repeat ] def showpage\n");
+    m_scene->write(QStringLiteral("b.ps"), TestDocuments::postScript("b"));
+    const auto outcome =
+        m_scene->convert({QStringLiteral("--memory"), QStringLiteral("300"), QStringLiteral("a.ps"),
+                          QStringLiteral("hungry.ps"), QStringLiteral("b.ps")});
+    QCOMPARE(outcome.results(),
+             QStringList({QStringLiteral("converted"), QStringLiteral("out-of-memory"),
+                          QStringLiteral("converted")}));
+    QCOMPARE(outcome.document(1).value(QLatin1String("code")).toInt(), 54);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("hungry.ps: it needed too much memory")),
+             qPrintable(outcome.errors));
 }
 
 void tst_endtoend_limits::endlessProgramsTakeTooLong_data()
