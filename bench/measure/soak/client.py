@@ -16,11 +16,11 @@ from pathlib import Path
 
 from ..processes import end_all
 from ..processtree import ProcessTree
+from .processes import MARK, marked
 
 PROTOCOL = 1
 START_SECONDS = 60
 END_SECONDS = 30
-MARK = "QUORLIN_SOAK_MARK"
 
 
 @dataclass(frozen=True)
@@ -148,8 +148,11 @@ class Client:
             return None
 
     def destroy(self):
-        """Whatever is left of it; for runs that went wrong, and to reap it."""
+        """Ends whatever is left of it, orphans too, and reaps it."""
+        left = set(self.processes()) | set(marked(self.mark))
         end_all(self._process)
+        for pid in left:
+            _kill(pid)
         self._close_input()
         self._listener.join()
         self._process.stdout.close()
@@ -175,3 +178,10 @@ class Client:
         if not came or came[1].get("type") != "hello" or came[1].get("protocol") != PROTOCOL:
             self.destroy()
             raise Died(f"not the greeting expected: {came}")
+
+
+def _kill(pid):
+    try:
+        os.kill(pid, signal.SIGKILL)
+    except ProcessLookupError:
+        pass  # it has ended meanwhile

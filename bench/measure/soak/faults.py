@@ -5,17 +5,16 @@ import random
 import signal
 import threading
 import time
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 
 from .processes import VICTIMS, kind_of, lives
-from .steps import Limits
 
 # Of the worker and its children, of documents, of folders, of the component, of the job itself.
 KINDS = ("kill", "stop", "remove", "truncate", "readonly", "garbage", "limits", "crash")
 WEIGHTS = {"kill": 6, "stop": 3, "remove": 2, "truncate": 2, "readonly": 2, "garbage": 3, "limits": 2, "crash": 1}
 STOP_STALL = 10
 LOOK_SECONDS = 0.02
-LATEST_SECONDS = 4.0
+SECONDS_EACH = 0.25  # what a document takes with warm engines
 GARBAGE_NAMES = ("docx", "doc", "xlsx", "xls", "pptx", "ppt", "odt", "rtf", "pdf", "png", "emf", "html")
 
 
@@ -24,6 +23,7 @@ class Fault:
     """One fault. `whole_job` tells whether it may cost documents that it does not touch itself."""
 
     kind: str
+    victim: str = ""  # kill and stop: the kind of process
     detail: str = ""
     happened: bool = False
     seconds: float | None = None  # stop: until the process was gone
@@ -51,15 +51,17 @@ class Dice:
         kinds = [kind for kind in self._kinds if may_crash or kind != "crash"]
         if not kinds or self.random.random() >= self._rate:
             return None
-        return Fault(self.random.choices(kinds, [self._weights[kind] for kind in kinds])[0])
+        kind = self.random.choices(kinds, [self._weights[kind] for kind in kinds])[0]
+        return Fault(kind, self.random.choice(VICTIMS) if kind in ("kill", "stop") else "")
 
     def limits(self, fault, usual):
         if fault and fault.kind == "limits":
-            tiny = Limits(stall=self.random.choice([0.05, 0.5, 2]), total=self.random.choice([0.1, 1, 5]))
+            stall, total = self.random.choice([0.05, 0.5, 2]), self.random.choice([0.1, 1, 5])
+            tiny = replace(usual, stall=stall, total=total)
             fault.detail, fault.happened = f"stall {tiny.stall} s, total {tiny.total} s", True
             return tiny
         if fault and fault.kind == "stop":
-            return Limits(stall=min(STOP_STALL, usual.stall), total=usual.total)
+            return replace(usual, stall=min(STOP_STALL, usual.stall))
         return usual
 
     def garbage(self, originals):
@@ -81,8 +83,9 @@ class Injector:
     def __init__(self, fault, client, job_folder, dice):
         self._fault, self._client, self._folder = fault, client, job_folder
         self._random = random.Random(dice.random.random())
+        self._usual_seconds = SECONDS_EACH * len(job_folder.copies)
         self._over = threading.Event()
-        self._stopped = None
+        self._error = None
         self._thread = threading.Thread(target=self._act, daemon=True)
 
     def __enter__(self):
@@ -94,35 +97,38 @@ class Injector:
         self._over.set()
         if self._thread.ident:
             self._thread.join()
+        if self._error:
+            raise self._error
 
     def _act(self):
-        if not self._over.wait(self._random.uniform(0, LATEST_SECONDS)):
-            getattr(self, f"_{self._fault.kind}")()
+        try:
+            if not self._over.wait(self._random.uniform(0, self._usual_seconds)):
+                getattr(self, f"_{self._fault.kind}")()
+        except Exception as error:  # noqa: BLE001 - raised again where the job is run
+            self._error = error
 
-    def _victim(self, kinds):
-        """(pid, kind) of a process of the component, as soon as there is one; None at the job's end."""
+    def _victim(self, kind):
+        """A process of the component that is of this kind, as soon as there is one; None at the job's end."""
         while not self._over.wait(LOOK_SECONDS):
-            found = [(pid, kind_of(pid)) for pid in self._client.processes() if pid != self._client.pid]
-            found = [one for one in found if one[1] in kinds]
+            found = [pid for pid in self._client.processes() if pid != self._client.pid and kind_of(pid) == kind]
             if found:
                 return self._random.choice(found)
         return None
 
     def _signal(self, number):
         """Sends it to one process that descends from the component; returns its id."""
-        victim = self._victim([self._random.choice(VICTIMS)])
-        if victim is None or not self._happen(victim[1]):
+        pid = self._victim(self._fault.victim)
+        if pid is None:
             return None
         try:
-            os.kill(victim[0], number)
+            os.kill(pid, number)
         except ProcessLookupError:
-            self._fault.happened = False
             return None
-        return victim[0]
+        self._happen(self._fault.victim)
+        return pid
 
     def _happen(self, detail):
         self._fault.detail, self._fault.happened = detail, True
-        return True
 
     def _kill(self):
         self._signal(signal.SIGKILL)
@@ -140,7 +146,10 @@ class Injector:
     def _go_on(self, pid):
         if pid in self._client.processes():
             self._fault.detail += ", idle"
-            os.kill(pid, signal.SIGCONT)
+            try:
+                os.kill(pid, signal.SIGCONT)
+            except ProcessLookupError:
+                pass  # the component has just ended it
 
     def _crash(self):
         self._happen("quorlin-pdf")
@@ -168,5 +177,5 @@ class Injector:
         """Until some moment of the job, or to its end."""
         self._happen("folder")
         self._folder.path.chmod(0o555)
-        self._over.wait(self._random.uniform(0.1, 2 * LATEST_SECONDS))
+        self._over.wait(self._random.uniform(0, 2 * self._usual_seconds))
         self._folder.path.chmod(0o755)

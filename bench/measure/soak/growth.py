@@ -7,6 +7,7 @@ from dataclasses import dataclass
 HOUR = 3600
 LEAST_SECONDS = 10 * 60
 LEAST_SAMPLES = 30
+LEAST_SLOPE_SECONDS = 3 * 60
 MOST_POINTS = 150
 MEBIBYTE = 1024 * 1024
 COMPONENT = "quorlin-pdf"
@@ -30,22 +31,24 @@ MEASURES = ("memory", "threads", "files")
 
 @dataclass(frozen=True)
 class Trend:
-    """First, median, last and largest value, and the change for each hour."""
+    """First, median, last and largest value, and the change for each hour; that only when it can be told."""
 
     first: float
     median: float
     last: float
     most: float
-    slope: float
+    slope: float | None
 
 
 def trend_of(samples):
     """Of [(seconds, value)]; the slope is the median of the slopes of all pairs (Theil and Sen)."""
     values = [value for _, value in samples]
-    return Trend(values[0], statistics.median(values), values[-1], max(values), _slope(samples) * HOUR)
+    return Trend(values[0], statistics.median(values), values[-1], max(values), _slope(samples))
 
 
 def _slope(samples):
+    if samples[-1][0] - samples[0][0] < LEAST_SLOPE_SECONDS:
+        return None
     points = samples[:: max(1, len(samples) // MOST_POINTS)]
     slopes = [
         (later[1] - earlier[1]) / (later[0] - earlier[0])
@@ -53,7 +56,7 @@ def _slope(samples):
         for later in points[at + 1 :]
         if later[0] > earlier[0]
     ]
-    return statistics.median(slopes) if slopes else 0.0
+    return statistics.median(slopes) * HOUR
 
 
 def judged(samples):

@@ -22,11 +22,12 @@ class Outcome:
 
 
 class Ledger:
-    """`problems` has a list for each kind of thing that must not happen."""
+    """`problems` has a list for each kind of thing that must not happen; each is told at once."""
 
     PROBLEMS = ("hangs", "lost", "leftovers", "changed", "damaged", "breaches")
 
-    def __init__(self):
+    def __init__(self, tell=lambda line: None):
+        self._tell = tell
         self.jobs = self.merges = self.clean_jobs = self.checked = 0
         self.done = self.failed = 0
         self.longest = (0.0, "")
@@ -63,6 +64,7 @@ class Ledger:
 
     def problem(self, kind, text):
         self.problems[kind].append(text)
+        self._tell(f"  {kind}: {text}")
 
     def unsteady(self):
         """Documents that had different ends although no fault was near: {label: {reason: count}}."""

@@ -4,8 +4,7 @@ import os
 from dataclasses import dataclass
 from pathlib import Path
 
-from .client import MARK
-
+MARK = "QUORLIN_SOAK_MARK"  # in the environment of everything that a component starts
 # The kernel keeps 15 characters of a process's name.
 KINDS = (
     "quorlin-pdf", "quorlin-pdf-office", "oosplash", "soffice.bin", "quorlin-pdf-print", "pdftops", "gs",

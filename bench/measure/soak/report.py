@@ -79,7 +79,7 @@ def holdings(record):
             unit = MEBIBYTE if measure == "memory" else 1
             values = (trend.first, trend.median, trend.last, trend.most, trend.slope)
             if trend.most:
-                rows.append([f"{kind} {measure}", *(f"{value / unit:.1f}" for value in values)])
+                rows.append([f"{kind} {measure}", *("-" if v is None else f"{v / unit:.1f}" for v in values)])
     head = ["of one process (memory in MiB)", "first", "median", "last", "most", "per hour"]
     return "\n".join(aligned(head, rows)) if rows else ""
 

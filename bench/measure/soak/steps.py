@@ -6,16 +6,19 @@ from dataclasses import dataclass, field
 from .client import Died
 
 START_SECONDS = 60  # what a worker may take to start, whatever the limits
-QUIET_SLACK = 30
 
 
 @dataclass(frozen=True)
 class Limits:
-    """The limits of a job, in seconds. `at_once` is 0 where the component shall decide."""
+    """The limits of a job, in seconds. `at_once` is 0 where the component shall decide.
+
+    `slack` is what a loaded machine, copies and the starts of workers may take besides.
+    """
 
     stall: float = 30
     total: float = 120
     at_once: int = 0
+    slack: float = 30
 
     def request(self):
         told = {"stall": self.stall, "total": self.total}
@@ -24,11 +27,11 @@ class Limits:
     @property
     def quiet(self):
         """The longest time without a report: a document may stall, and stall again in its second try."""
-        return 2 * self.stall + QUIET_SLACK
+        return 2 * self.stall + self.slack
 
     def longest(self, documents):
         """The longest time of a step, all documents being worked on one after the other, twice."""
-        return documents * 2 * (self.total + min(self.stall, START_SECONDS)) + QUIET_SLACK
+        return documents * 2 * (self.total + min(self.stall, START_SECONDS)) + self.slack
 
 
 @dataclass
