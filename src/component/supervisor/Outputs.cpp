@@ -50,8 +50,9 @@ void Outputs::remove(const QString &path)
     const auto output = m_outputs.constFind(path);
     if (output == m_outputs.cend())
         return;
-    if (output->identity == ExclusiveFile::identityOf(path))
-        QFile::remove(path);
+    // A folder that cannot be written at the moment may let it go later.
+    if (output->identity == ExclusiveFile::identityOf(path) && !QFile::remove(path))
+        return;
     if (!output->kept.isEmpty())
         QFile::remove(output->kept);
     m_outputs.erase(output);

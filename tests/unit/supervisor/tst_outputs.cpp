@@ -31,6 +31,7 @@ private Q_SLOTS:
     void doesNotKnowAFileThatWasChanged();
     void doesNotKnowAFileThatIsGone();
     void removesTheFileAndTheKeptCopy();
+    void keepsWhatCannotBeRemovedForLater();
     void neverRemovesAFileThatItDidNotMake();
     void keepsAFileThatTheUserPutInItsPlace();
     void keepsALinkThatTheUserPutInItsPlace();
@@ -171,6 +172,23 @@ void TestOutputs::removesTheFileAndTheKeptCopy()
     QCOMPARE(m_folder->names(), QStringList());
     QVERIFY(!QFileInfo::exists(m_work->path("report")));
     QVERIFY(!m_outputs->find(placed.path));
+}
+
+void TestOutputs::keepsWhatCannotBeRemovedForLater()
+{
+    const OrdinaryUser user;
+    const TestFolder folder;
+    const auto readOnly = QFile::ReadOwner | QFile::ExeOwner;
+    const auto placed =
+        m_outputs->place(folder.write("from", "content"), folder.makeFolder("locked"),
+                         QStringLiteral("report"), QStringLiteral("ps"), {});
+    QCOMPARE(placed.result, Result::Done);
+    QVERIFY(QFile::setPermissions(folder.path("locked"), readOnly));
+    m_outputs->remove(placed.path);
+    QVERIFY(QFileInfo::exists(placed.path));
+    QVERIFY(QFile::setPermissions(folder.path("locked"), readOnly | QFile::WriteOwner));
+    m_outputs->clearAll();
+    QVERIFY(!QFileInfo::exists(placed.path));
 }
 
 void TestOutputs::neverRemovesAFileThatItDidNotMake()
