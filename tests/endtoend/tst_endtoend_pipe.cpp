@@ -25,6 +25,7 @@ private Q_SLOTS:
     void randomBytesAreAnsweredWithErrors();
     void aLineThatIsTooLongIsAnsweredWithAnError();
     void limitsThatMakeNoSenseAreLeftOut();
+    void nothingOfAClearedJobStaysInTheWorkingFolder();
     void theEndOfThePipeInTheMiddleOfALineEndsTheComponent();
     void theEndOfThePipeInTheMiddleOfAJobEndsTheComponent();
 
@@ -35,6 +36,8 @@ private:
     bool waitForErrors(qsizetype count);
     QString complete(const char *type, int number, const QString &file);
     void aJobWorks();
+    void clearEverything();
+    QStringList workingFiles() const;
 
     std::unique_ptr<ConvertScene> m_scene;
     QProcess m_component;
@@ -188,6 +191,40 @@ void tst_endtoend_pipe::limitsThatMakeNoSenseAreLeftOut()
         QVERIFY(waitFor([this, number] { return m_reports.has("complete", number); }));
         QCOMPARE(m_reports.failures(number), QStringList());
     }
+}
+
+void tst_endtoend_pipe::clearEverything()
+{
+    for (const auto *step : {"print", "distil", "merge"})
+        send(R"({"type":"clear","step":")" + QByteArray(step) + R"("})");
+    // The answer to a request comes after all that was asked before.
+    send(R"({"type":"print","job":)" + QByteArray::number(++m_number) + R"(,"documents":[]})");
+    QVERIFY(waitFor([this] { return m_reports.has("complete", m_number); }));
+}
+
+QStringList tst_endtoend_pipe::workingFiles() const
+{
+    const auto work = namesIn(m_scene->temporary()).value(0);
+    return namesIn(m_scene->temporary() + QLatin1Char('/') + work);
+}
+
+void tst_endtoend_pipe::nothingOfAClearedJobStaysInTheWorkingFolder()
+{
+    aJobWorks();
+    clearEverything();
+    const auto before = workingFiles().size();
+    const auto broken = m_scene->write(QStringLiteral("broken.ps"), "%!PS\nnonsense\n");
+    for (int time = 0; time < 3; ++time) {
+        aJobWorks();
+        const auto one = m_scene->write(QStringLiteral("one.txt"), "words");
+        const auto printed = complete("print", ++m_number, one);
+        const auto distilled = complete("distil", ++m_number, printed);
+        QVERIFY(QFileInfo(complete("merge", ++m_number, distilled)).isFile());
+        QVERIFY(!QFileInfo::exists(complete("distil", ++m_number, broken)));
+        clearEverything();
+    }
+    // What serves all jobs may have come: an engine's folder, and one for distillers.
+    QVERIFY2(workingFiles().size() <= before + 2, qPrintable(workingFiles().join(u' ')));
 }
 
 void tst_endtoend_pipe::theEndOfThePipeInTheMiddleOfALineEndsTheComponent()

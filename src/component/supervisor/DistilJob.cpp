@@ -175,11 +175,10 @@ void DistilJob::retryAlone(qsizetype index)
 void DistilJob::placeOutput(qsizetype index)
 {
     const auto &file = m_request.documents[index].file;
-    const auto place = [&outputs = m_outputs,
-                        from = m_work[index].folder + QLatin1String(OutputName),
+    const auto place = [&outputs = m_outputs, work = m_work[index].folder,
                         folder = QFileInfo(file).absolutePath(), base = ResultNames::baseOf(file)] {
-        return outputs.place(from, folder, base, QStringLiteral("pdf"),
-                             {.step = Outputs::Step::Distil});
+        return outputs.place(work + QLatin1String(OutputName), folder, base, QStringLiteral("pdf"),
+                             {.step = Outputs::Step::Distil, .folder = work});
     };
     Background::run(this, place, [this, index](const Outputs::Placed &placed) {
         if (placed.result == ExclusiveFile::Result::NoRoom)
@@ -194,6 +193,8 @@ void DistilJob::placeOutput(qsizetype index)
 void DistilJob::refuse(qsizetype index, Reason reason, const QString &text)
 {
     leave(index);
+    if (const auto &folder = m_work[index].folder; !folder.isEmpty())
+        QDir(folder).removeRecursively();
     const auto &file = m_request.documents[index].file;
     fail(index, reason, text,
          OutputNames::missingName(QFileInfo(file).absolutePath(), ResultNames::baseOf(file),

@@ -8,6 +8,7 @@
 #include "component/supervisor/WorkFolder.h"
 #include "component/supervisor/Workers.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 
@@ -106,9 +107,10 @@ void MergeJob::merged(const WorkerAnswer &answer)
 void MergeJob::placeOutput()
 {
     const auto first = m_request.documents.first();
-    const auto place = [&outputs = m_outputs, from = output(), first] {
+    const auto place = [&outputs = m_outputs, from = output(), first, folder = m_folder] {
         return outputs.place(from, QFileInfo(first).absolutePath(), ResultNames::baseOf(first),
-                             QStringLiteral("merged"), {.step = Outputs::Step::Merge});
+                             QStringLiteral("merged"),
+                             {.step = Outputs::Step::Merge, .folder = folder});
     };
     Background::run(this, place, [this](const Outputs::Placed &placed) {
         if (placed.result == ExclusiveFile::Result::Done)
@@ -126,6 +128,8 @@ void MergeJob::succeedAll(const QString &output)
 
 void MergeJob::failAll(Reason reason, const QString &text)
 {
+    if (!m_folder.isEmpty())
+        QDir(m_folder).removeRecursively();
     const auto first = m_request.documents.first();
     const auto missing = OutputNames::missingName(
         QFileInfo(first).absolutePath(), ResultNames::baseOf(first), QStringLiteral("merged"));

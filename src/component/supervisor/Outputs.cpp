@@ -3,6 +3,7 @@
 #include "component/supervisor/Journal.h"
 #include "component/supervisor/OutputNames.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMutexLocker>
 
@@ -55,6 +56,8 @@ void Outputs::remove(const QString &path)
         return;
     if (!output->kept.isEmpty())
         QFile::remove(output->kept);
+    if (!output->folder.isEmpty())
+        QDir(output->folder).removeRecursively();
     m_outputs.erase(output);
 }
 

@@ -29,7 +29,8 @@ public:
         PostScriptOrigin origin = PostScriptOrigin::Foreign;
         QString identity;
         QString version;
-        QString kept; ///< the same content in the working folder; may be empty
+        QString kept;   ///< the same content in the working folder; may be empty
+        QString folder; ///< of the working folder, goes with the file; may be empty
         int pages = 0;
     };
 

@@ -137,7 +137,7 @@ void PrintJob::broughtIn(qsizetype index)
         return print(index);
     case Entrance::PostScript:
         return placeOutput(index, inputIn(document.folder, document.name),
-                           {.origin = PostScriptOrigin::Foreign});
+                           {.origin = PostScriptOrigin::Foreign, .folder = document.folder});
     case Entrance::None:
         return refuse(index, Reason::UnknownFormat);
     }
@@ -273,6 +273,7 @@ void PrintJob::printed(qsizetype index, const WorkerAnswer &answer)
     const bool ours = Acceptance::entranceOf(document.file) == Entrance::Office;
     placeOutput(index, file,
                 {.origin = ours ? PostScriptOrigin::Ours : PostScriptOrigin::Printed,
+                 .folder = document.folder,
                  .pages = answer.values.value(QLatin1String("pages")).toInt()});
 }
 

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void doesNotKnowAFileThatWasChanged();
     void doesNotKnowAFileThatIsGone();
     void removesTheFileAndTheKeptCopy();
+    void removesTheFolderThatGoesWithAFile();
     void keepsWhatCannotBeRemovedForLater();
     void neverRemovesAFileThatItDidNotMake();
     void keepsAFileThatTheUserPutInItsPlace();
@@ -172,6 +173,15 @@ void TestOutputs::removesTheFileAndTheKeptCopy()
     QCOMPARE(m_folder->names(), QStringList());
     QVERIFY(!QFileInfo::exists(m_work->path("report")));
     QVERIFY(!m_outputs->find(placed.path));
+}
+
+void TestOutputs::removesTheFolderThatGoesWithAFile()
+{
+    const auto folder = m_work->makeFolder("document");
+    m_work->write("document/report.odt", "the document");
+    const auto placed = place("report", {.folder = folder});
+    m_outputs->remove(placed.path);
+    QVERIFY(!QFileInfo::exists(folder));
 }
 
 void TestOutputs::keepsWhatCannotBeRemovedForLater()
