@@ -369,6 +369,14 @@ class LedgerTest(FolderTest):
         self.assertEqual(ledger.unsteady(), {"a": {"": 1, "damaged": 1}})
         self.assertEqual(ledger.reasons["job"], {"too-long": 1})
 
+    def test_what_a_fault_costs_the_other_documents_is_told_apart(self):
+        ledger = Ledger()
+        ends = [Outcome("a", share="job"), Outcome("b", "too-long", share="job"), Outcome("c", "damaged", share="own")]
+        ledger.note_job(Fault("stop", "gs", happened=True), ends, False)
+        ledger.note_job(Fault("kill", "gs"), [Outcome("a", "damaged", share="none")], False)
+        self.assertEqual(ledger.costs, {"stop gs": {"": 1, "too-long": 1}})
+        self.assertEqual((ledger.faults, ledger.missed), ({"stop": 1}, {"kill": 1}))
+
     def test_each_kind_of_problem_fails_the_run(self):
         for kind in Ledger.PROBLEMS:
             ledger = Ledger()

@@ -33,6 +33,7 @@ class Ledger:
         self.longest = (0.0, "")
         self.faults, self.missed = Counter(), Counter()
         self.reasons = {share: Counter() for share in SHARES}
+        self.costs = defaultdict(Counter)
         self.untouched = defaultdict(Counter)
         self.texts = {}
         self.stopped = []
@@ -45,10 +46,16 @@ class Ledger:
             self.faults[fault.kind] += 1
             if fault.seconds is not None:
                 self.stopped.append(fault.seconds)
+            self._note_cost(fault, outcomes)
         elif fault:
             self.missed[fault.kind] += 1
         for outcome in outcomes:
             self._note(outcome)
+
+    def _note_cost(self, fault, outcomes):
+        """Documents of the job by what came of them; those that a fault hit itself apart."""
+        costs = self.costs[f"{fault.kind} {fault.victim}".strip()]
+        costs.update(outcome.reason for outcome in outcomes if outcome.share != "own")
 
     def _note(self, outcome):
         self.longest = max(self.longest, (outcome.seconds, outcome.label))
@@ -78,6 +85,7 @@ class Ledger:
             "jobs": self.jobs, "merges": self.merges, "done": self.done, "failed": self.failed,
             "results_checked": self.checked, "longest": {"seconds": self.longest[0], "document": self.longest[1]},
             "faults": dict(self.faults), "faults_without_effect": dict(self.missed),
+            "ends_beside_faults": {fault: dict(costs) for fault, costs in sorted(self.costs.items())},
             "stopped_until_killed": self.stopped,
             "reasons": {share: dict(counter) for share, counter in self.reasons.items()},
             "untouched": {label: dict(ends) for label, ends in sorted(self.untouched.items())},

@@ -32,7 +32,7 @@ def _component(run):
 
 
 def final(run):
-    parts = [summary(run), reasons(run.ledger), unsteady(run.ledger), holdings(run.record), verdict(run)]
+    parts = [summary(run), reasons(run.ledger), costs(run.ledger), unsteady(run.ledger), holdings(run.record), verdict(run)]
     return "\n\n".join(part for part in parts if part)
 
 
@@ -60,6 +60,17 @@ def reasons(ledger):
         return ""
     rows = [[name, *(ledger.reasons[share][name] for share in SHARES)] for name in names]
     return "\n".join(aligned(["failed documents", *(SHARE_NAMES[share] for share in SHARES)], rows))
+
+
+def costs(ledger):
+    """What the faults cost the documents of the job that they did not hit themselves."""
+    if not ledger.costs:
+        return ""
+    rows = [
+        [fault, ends.total(), ends[""], _counted(ends - Counter({"": ends[""]})) or "-"]
+        for fault, ends in sorted(ledger.costs.items())
+    ]
+    return "\n".join(aligned(["the other documents of jobs with", "all", "done", "failed"], rows))
 
 
 def unsteady(ledger):
