@@ -374,7 +374,9 @@ class LedgerTest(FolderTest):
         ends = [Outcome("a", share="job"), Outcome("b", "too-long", share="job"), Outcome("c", "damaged", share="own")]
         ledger.note_job(Fault("stop", "gs", happened=True), ends, False)
         ledger.note_job(Fault("kill", "gs"), [Outcome("a", "damaged", share="none")], False)
-        self.assertEqual(ledger.costs, {"stop gs": {"": 1, "too-long": 1}})
+        self.assertEqual(ledger.cost_of("stop gs"), (1, 0, {"b": "too-long"}))
+        ledger.note_job(None, [Outcome("b", "too-long")], False)
+        self.assertEqual(ledger.cost_of("stop gs"), (1, 1, {}))
         self.assertEqual((ledger.faults, ledger.missed), ({"stop": 1}, {"kill": 1}))
 
     def test_each_kind_of_problem_fails_the_run(self):

@@ -47,7 +47,8 @@ class Dice:
         self._weights = weights or WEIGHTS
 
     def fault(self, may_crash=True):
-        """The next job's fault, or None."""
+        """The next job's fault, or None. A crash that is the only kind may always come."""
+        may_crash = may_crash or self._kinds == ["crash"]
         kinds = [kind for kind in self._kinds if may_crash or kind != "crash"]
         if not kinds or self.random.random() >= self._rate:
             return None

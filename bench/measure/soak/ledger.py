@@ -55,7 +55,20 @@ class Ledger:
     def _note_cost(self, fault, outcomes):
         """Documents of the job by what came of them; those that a fault hit itself apart."""
         costs = self.costs[f"{fault.kind} {fault.victim}".strip()]
-        costs.update(outcome.reason for outcome in outcomes if outcome.share != "own")
+        costs.update((outcome.label, outcome.reason) for outcome in outcomes if outcome.share != "own")
+
+    def cost_of(self, fault):
+        """(done, failed as they also do without a fault, {label: reason} of the rest) beside one kind of fault."""
+        done = anyway = 0
+        rest = {}
+        for (label, reason), count in self.costs[fault].items():
+            if not reason:
+                done += count
+            elif self.untouched.get(label, {}).get(reason):
+                anyway += count
+            else:
+                rest[label] = reason
+        return done, anyway, rest
 
     def _note(self, outcome):
         self.longest = max(self.longest, (outcome.seconds, outcome.label))
@@ -85,7 +98,7 @@ class Ledger:
             "jobs": self.jobs, "merges": self.merges, "done": self.done, "failed": self.failed,
             "results_checked": self.checked, "longest": {"seconds": self.longest[0], "document": self.longest[1]},
             "faults": dict(self.faults), "faults_without_effect": dict(self.missed),
-            "ends_beside_faults": {fault: dict(costs) for fault, costs in sorted(self.costs.items())},
+            "ends_beside_faults": {fault: self.cost_of(fault) for fault in sorted(self.costs)},
             "stopped_until_killed": self.stopped,
             "reasons": {share: dict(counter) for share, counter in self.reasons.items()},
             "untouched": {label: dict(ends) for label, ends in sorted(self.untouched.items())},

@@ -66,11 +66,11 @@ def costs(ledger):
     """What the faults cost the documents of the job that they did not hit themselves."""
     if not ledger.costs:
         return ""
-    rows = [
-        [fault, ends.total(), ends[""], _counted(ends - Counter({"": ends[""]})) or "-"]
-        for fault, ends in sorted(ledger.costs.items())
-    ]
-    return "\n".join(aligned(["the other documents of jobs with", "all", "done", "failed"], rows))
+    rows = []
+    for fault in sorted(ledger.costs):
+        done, anyway, rest = ledger.cost_of(fault)
+        rows.append([fault, done, anyway, _counted(Counter(rest.values())) or "-"])
+    return "\n".join(aligned(["the other documents of jobs with", "done", "failed anyway", "failed"], rows))
 
 
 def unsteady(ledger):
