@@ -6,8 +6,11 @@
 
 #include <QDir>
 #include <QHash>
+#include <QJsonObject>
 #include <QStandardPaths>
 #include <QUuid>
+
+#include <optional>
 
 namespace Quorlin {
 
@@ -40,6 +43,58 @@ bool isOurs(const QString &path, const Noted &noted)
     if (noted.identities.contains(ExclusiveFile::identityOf(path)))
         return true;
     return !noted.made && info.size() == 0;
+}
+
+/// What a whole journal says.
+struct Notes
+{
+    QHash<QString, Noted> files;
+    QStringList folders;
+};
+
+void take(const QJsonObject &entry, Notes &notes)
+{
+    const auto identity = entry.value(QLatin1String("identity")).toString();
+    if (entry.contains(QLatin1String(FolderPlanned)))
+        notes.folders << entry.value(QLatin1String(FolderPlanned)).toString();
+    for (const auto *word : {FilePlanned, FileMade}) {
+        if (!entry.contains(QLatin1String(word)))
+            continue;
+        auto &noted = notes.files[entry.value(QLatin1String(word)).toString()];
+        noted.identities << identity;
+        noted.made = noted.made || word == FileMade;
+    }
+}
+
+/// @return nothing when the journal cannot be read.
+std::optional<Notes> notesOf(const QString &journalPath)
+{
+    QFile journal(journalPath);
+    if (!journal.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    Notes notes;
+    while (!journal.atEnd())
+        if (const auto entry = Message::decode(journal.readLine()))
+            take(*entry, notes);
+    return notes;
+}
+
+/// What is still there of what the journal notes.
+QStringList remainsOf(const Notes &notes)
+{
+    QStringList remains;
+    for (auto file = notes.files.cbegin(); file != notes.files.cend(); ++file)
+        if (isOurs(file.key(), file.value()))
+            remains << file.key();
+    for (const auto &folder : notes.folders)
+        if (WorkFolder::isWorkFolder(folder))
+            remains << folder;
+    return remains;
+}
+
+bool removeAny(const QString &path)
+{
+    return QFileInfo(path).isDir() ? QDir(path).removeRecursively() : QFile::remove(path);
 }
 
 } // namespace
@@ -113,42 +168,33 @@ QStringList Journal::recover()
     return removed;
 }
 
+/// What cannot be removed now is left for the next start, and the journal with it.
 void Journal::recoverOne(const QString &journalPath, QStringList &removed)
 {
-    QFile journal(journalPath);
-    if (!journal.open(QIODevice::ReadOnly))
+    const auto notes = notesOf(journalPath);
+    if (!notes)
         return;
-    QHash<QString, Noted> files;
-    QStringList folders;
-    while (!journal.atEnd()) {
-        const auto entry = Message::decode(journal.readLine());
-        if (!entry)
-            continue;
-        const auto identity = entry->value(QLatin1String("identity")).toString();
-        if (entry->contains(QLatin1String(FolderPlanned)))
-            folders << entry->value(QLatin1String(FolderPlanned)).toString();
-        for (const auto *word : {FilePlanned, FileMade}) {
-            if (!entry->contains(QLatin1String(word)))
-                continue;
-            auto &noted = files[entry->value(QLatin1String(word)).toString()];
-            noted.identities << identity;
-            noted.made = noted.made || word == FileMade;
-        }
+    bool isDone = true;
+    const auto remains = remainsOf(*notes);
+    for (const auto &path : remains) {
+        if (removeAny(path))
+            removed << path;
+        else
+            isDone = false;
     }
-    for (auto file = files.cbegin(); file != files.cend(); ++file)
-        if (isOurs(file.key(), file.value()) && QFile::remove(file.key()))
-            removed << file.key();
-    for (const auto &folder : std::as_const(folders))
-        if (WorkFolder::isWorkFolder(folder) && QDir(folder).removeRecursively())
-            removed << folder;
-    journal.remove();
+    if (isDone)
+        QFile::remove(journalPath);
 }
 
+/// A folder that became read-only keeps what was made there; the next start tries again.
 void Journal::close()
 {
     if (!m_file.isOpen())
         return;
-    m_file.remove();
+    m_file.close();
+    const auto notes = notesOf(m_file.fileName());
+    if (notes && remainsOf(*notes).isEmpty())
+        m_file.remove();
     m_lock.reset();
 }
 

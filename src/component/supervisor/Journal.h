@@ -38,11 +38,13 @@ public:
     /// Note before a working folder is made.
     void planFolder(const QString &path);
 
-    /// Removes what processes left that are no more, and their journals.
+    /// Removes what processes left that are no more, and their journals. What cannot be removed
+    /// stays noted for the next time.
     /// @return the paths that were removed.
     QStringList recover();
 
-    /// Everything is removed; the journal goes too.
+    /// The journal goes, unless something that it notes is still there: then the next recover()
+    /// of any process finds it.
     void close();
 
 private:

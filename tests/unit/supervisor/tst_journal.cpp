@@ -46,6 +46,8 @@ private Q_SLOTS:
     void severalKilledProcessesAreRecovered();
     void nothingIsLeftToRecoverTheSecondTime();
     void damagedLinesAreSkipped();
+    void whatCannotBeRemovedNowIsRemovedLater();
+    void whatCouldNotBeRemovedAtTheEndIsRemovedByTheNextStart();
     void aJournalNeverLeadsToAFolderOfTheUsers_data();
     void aJournalNeverLeadsToAFolderOfTheUsers();
     void aJournalNeverLeadsToAFileOfTheUsers();
@@ -265,6 +267,38 @@ void TestJournal::damagedLinesAreSkipped()
     const auto made = note("made", ours, ExclusiveFile::identityOf(ours));
     leaveJournal("garbage\n\n[1]\n{\"file\":7}\n{\"folder\":null}\n{}\n" + QByteArray(9, '\0') +
                  "\n\xff\xfe\n" + made + "{\"file\":\"/cut");
+    QCOMPARE(recover(), QStringList{ours});
+    QCOMPARE(m_journals->names(), QStringList());
+}
+
+void TestJournal::whatCannotBeRemovedNowIsRemovedLater()
+{
+    const QFile::Permissions Read(0x5555);
+    const QFile::Permissions Write(0x2222);
+    const auto ours = m_documents->write("a.ps~", "ours");
+    leaveJournal(note("made", ours, ExclusiveFile::identityOf(ours)));
+    QVERIFY(QFile::setPermissions(m_journals->path(), Read | Write));
+    QVERIFY(QFile::setPermissions(m_documents->path(), Read));
+    {
+        const OrdinaryUser user;
+        QCOMPARE(recover(), QStringList());
+    }
+    QCOMPARE(contentOf(ours), QByteArray("ours"));
+    QVERIFY(QFile::setPermissions(m_documents->path(), Read | Write));
+    QCOMPARE(recover(), QStringList{ours});
+    QCOMPARE(m_journals->names(), QStringList());
+}
+
+void TestJournal::whatCouldNotBeRemovedAtTheEndIsRemovedByTheNextStart()
+{
+    const auto ours = m_documents->write("a.ps~", "ours");
+    {
+        Journal journal(m_journals->path());
+        QVERIFY(journal.open());
+        journal.planFile(ours, ours);
+        journal.madeFile(ours);
+        journal.close();
+    }
     QCOMPARE(recover(), QStringList{ours});
     QCOMPARE(m_journals->names(), QStringList());
 }
