@@ -1,10 +1,13 @@
 #include "tool/Delivery.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStorageInfo>
+
+#include <utility>
 
 namespace Quorlin {
 
@@ -39,6 +42,12 @@ bool copyBytes(QFile &source, QSaveFile &target)
             return false;
     }
     return source.error() == QFileDevice::NoError;
+}
+
+/// Size and time of the last change of an open file; equal ones mean that nobody wrote to it.
+std::pair<qint64, QDateTime> versionOf(const QFile &file)
+{
+    return {file.size(), file.fileTime(QFileDevice::FileModificationTime)};
 }
 
 } // namespace
@@ -110,8 +119,14 @@ Delivery::Outcome Delivery::copy(const QString &source, const QString &target) c
     QFile from(source);
     if (!from.open(QIODevice::ReadOnly))
         return {Reason::NotFound, QStringLiteral("%1: %2").arg(source, from.errorString())};
+    const auto version = versionOf(from);
     QSaveFile to(target);
-    if (to.open(QIODevice::WriteOnly) && copyBytes(from, to) && to.commit())
+    const bool copied = to.open(QIODevice::WriteOnly) && copyBytes(from, to);
+    // What somebody cut or wrote over meanwhile is not what was made.
+    if (copied && versionOf(from) != version)
+        return {Reason::EngineFailed,
+                QStringLiteral("another program changed %1 before it was delivered").arg(source)};
+    if (copied && to.commit())
         return {};
     const auto why = from.error() == QFileDevice::NoError ? to.errorString() : from.errorString();
     const QStorageInfo disk(QFileInfo(target).absolutePath());
