@@ -1,86 +1,17 @@
 #include "component/supervisor/Component.h"
 
 #include "component/confinement/Confinement.h"
-#include "component/protocol/Message.h"
 #include "component/protocol/Protocol.h"
+#include "component/supervisor/ComponentRequest.h"
 #include "component/supervisor/DistilJob.h"
 #include "component/supervisor/MergeJob.h"
 #include "component/supervisor/PrintJob.h"
 
-#include <QDir>
-#include <QJsonArray>
 #include <QThreadPool>
 
-#include <algorithm>
 #include <utility>
 
 namespace Quorlin {
-
-namespace {
-
-QString textOf(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString();
-}
-
-constexpr double MostMebibytes = 1 << 20;
-
-Limits limitsOf(const QJsonObject &request)
-{
-    Limits limits;
-    const auto given = request.value(QLatin1String("limits")).toObject();
-    const auto read = [&given](const char *key, int &milliseconds) {
-        constexpr double MostSeconds = 7 * 24 * 3600;
-        const auto seconds = given.value(QLatin1String(key)).toDouble(0);
-        if (seconds > 0)
-            milliseconds = static_cast<int>(std::min(seconds, MostSeconds) * 1000);
-    };
-    read("stall", limits.stallMs);
-    read("total", limits.totalMs);
-    const auto memory = given.value(QLatin1String("memory")).toDouble(0);
-    if (memory >= 1)
-        limits.memoryBytes = static_cast<qint64>(std::min<double>(memory, MostMebibytes)) << 20;
-    const auto atOnce = given.value(QLatin1String("atOnce")).toDouble(0);
-    if (atOnce >= 1)
-        limits.atOnce = static_cast<int>(std::min<double>(atOnce, Job::MostUnderWay));
-    return limits;
-}
-
-/// The documents of a request; nothing unless each has an absolute path.
-std::optional<QList<QJsonObject>> documentsOf(const QJsonObject &request)
-{
-    const auto value = request.value(QLatin1String("documents"));
-    if (!value.isArray())
-        return std::nullopt;
-    QList<QJsonObject> documents;
-    for (const auto &entry : value.toArray()) {
-        documents.append(entry.toObject());
-        if (!QDir::isAbsolutePath(textOf(documents.last(), "file")))
-            return std::nullopt;
-    }
-    return documents;
-}
-
-QStringList filesOf(const QList<QJsonObject> &documents)
-{
-    QStringList files;
-    for (const auto &document : documents)
-        files << textOf(document, "file");
-    return files;
-}
-
-std::optional<Outputs::Step> stepOf(const QString &word)
-{
-    if (word == QLatin1String(Protocol::Print))
-        return Outputs::Step::Print;
-    if (word == QLatin1String(Protocol::Distil))
-        return Outputs::Step::Distil;
-    if (word == QLatin1String(Protocol::Merge))
-        return Outputs::Step::Merge;
-    return std::nullopt;
-}
-
-} // namespace
 
 Component::Component(const Folders &folders, QObject *parent)
     : QObject(parent), m_journal(folders.journals), m_workFolder(m_journal), m_outputs(m_journal),
@@ -95,6 +26,8 @@ Component::~Component()
 
 bool Component::prepare()
 {
+    if (const auto missing = Confinement::missing(); !missing.isEmpty())
+        qWarning("%s", qUtf8Printable(missing));
     if (!m_journal.open())
         qWarning("The journal cannot be written; a killed run will leave its files behind.");
     for (const auto &path : m_journal.recover())
@@ -127,71 +60,59 @@ void Component::receive(const QByteArray &bytes)
 
 void Component::handle(const QByteArray &line)
 {
-    if (line.trimmed().isEmpty())
+    const auto request = ComponentRequest::read(line);
+    switch (request.kind) {
+    case ComponentRequest::Kind::None:
         return;
-    const auto request = Message::decode(line);
-    if (!request)
-        return complain(QStringLiteral("a line is not a JSON object"));
-    const auto type = textOf(*request, "type");
-    if (stepOf(type))
-        startJob(type, *request);
-    else if (type == QLatin1String(Protocol::Clear))
-        clear(*request);
-    else if (type == QLatin1String(Protocol::Warm))
-        m_workers->warm();
-    else
-        complain(QStringLiteral("no request has this type"));
+    case ComponentRequest::Kind::Refused:
+        return complain(request.complaint, request.number);
+    case ComponentRequest::Kind::Job:
+        return startJob(request);
+    case ComponentRequest::Kind::Clear:
+        return clear(request.step);
+    case ComponentRequest::Kind::Warm:
+        return m_workers->warm();
+    }
 }
 
-void Component::startJob(const QString &type, const QJsonObject &request)
+void Component::startJob(const ComponentRequest &request)
 {
-    const auto number = request.value(QLatin1String("job")).toInt(-1);
-    if (number < 0)
-        return complain(QStringLiteral("a job needs a number"));
-    if (m_running.contains(type))
-        return complain(QStringLiteral("a job of this kind is running"), number);
-    auto job = makeJob(type, number, request);
-    if (!job)
-        return complain(QStringLiteral("the documents of the job make no sense"), number);
-    auto *running = job.release();
+    const auto step = request.step;
+    if (m_running.contains(step))
+        return complain(QStringLiteral("a job of this kind is running"), request.number);
+    auto *running = makeJob(request).release();
     running->setParent(this);
-    m_running.insert(type, running);
+    m_running.insert(step, running);
     connect(running, &Job::report, this, &Component::send);
-    connect(running, &Job::finished, this, [this, type, running] {
-        m_running.remove(type);
+    connect(running, &Job::finished, this, [this, step, running] {
+        m_running.remove(step);
         running->deleteLater();
     });
     running->start();
 }
 
-std::unique_ptr<Job> Component::makeJob(const QString &type, int number, const QJsonObject &request)
+std::unique_ptr<Job> Component::makeJob(const ComponentRequest &request)
 {
-    const auto documents = documentsOf(request);
-    if (!documents)
-        return nullptr;
-    const auto limits = limitsOf(request);
-    if (type == QLatin1String(Protocol::Print))
+    const auto number = *request.number;
+    if (request.step == Outputs::Step::Print)
         return std::make_unique<PrintJob>(
-            PrintJob::Request{number, textOf(request, "printer"), filesOf(*documents), limits},
-            *m_workers, m_workFolder, m_outputs);
-    if (type == QLatin1String(Protocol::Merge))
+            PrintJob::Request{number, request.printer, request.files(), request.limits}, *m_workers,
+            m_workFolder, m_outputs);
+    if (request.step == Outputs::Step::Merge)
         return std::make_unique<MergeJob>(
-            MergeJob::Request{number, filesOf(*documents),
-                              request.value(QLatin1String("bookmarks")).toBool(), limits},
+            MergeJob::Request{number, request.files(), request.bookmarks, request.limits},
             *m_workers, m_workFolder, m_outputs);
-    DistilJob::Request distil{number, {}, limits};
-    for (const auto &document : *documents)
-        distil.documents.append({textOf(document, "file"), textOf(document, "options")});
+    DistilJob::Request distil{number, {}, request.limits};
+    for (const auto &document : request.documents)
+        distil.documents.append({document.file, document.options});
     return std::make_unique<DistilJob>(distil, *m_workers, m_workFolder, m_outputs);
 }
 
-void Component::clear(const QJsonObject &request)
+void Component::clear(Outputs::Step step)
 {
-    const auto word = textOf(request, "step");
-    const auto step = stepOf(word);
-    if (!step || m_running.contains(word))
+    if (m_running.contains(step))
         return complain(QStringLiteral("this step cannot be cleared"));
-    m_outputs.clear(*step);
+    m_outputs.clear(step);
 }
 
 void Component::complain(const QString &text, std::optional<int> job)

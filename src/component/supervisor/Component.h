@@ -16,6 +16,7 @@
 namespace Quorlin {
 
 class Job;
+struct ComponentRequest;
 
 /// The component as its driver sees it: requests in, reports out.
 class Component : public QObject
@@ -51,18 +52,17 @@ Q_SIGNALS:
 
 private:
     void handle(const QByteArray &line);
-    void startJob(const QString &type, const QJsonObject &request);
-    void clear(const QJsonObject &request);
+    void startJob(const ComponentRequest &request);
+    void clear(Outputs::Step step);
     void complain(const QString &text, std::optional<int> job = std::nullopt);
-    [[nodiscard]] std::unique_ptr<Job> makeJob(const QString &type, int number,
-                                               const QJsonObject &request);
+    [[nodiscard]] std::unique_ptr<Job> makeJob(const ComponentRequest &request);
 
     Journal m_journal;
     WorkFolder m_workFolder;
     Outputs m_outputs;
     std::unique_ptr<Workers> m_workers;
     QString m_programFolder;
-    QHash<QString, Job *> m_running; ///< by kind
+    QHash<Outputs::Step, Job *> m_running;
     LineBuffer m_lines;
 };
 
