@@ -65,10 +65,15 @@ void ComponentClient::post(std::function<void()> event)
     m_events.post(std::move(event));
 }
 
+ComponentProcess *ComponentClient::makeProcess()
+{
+    return new ComponentProcess(m_settings, this);
+}
+
 ComponentProcess *ComponentClient::process()
 {
     if (!m_process) {
-        m_process = new ComponentProcess(m_settings, this);
+        m_process = makeProcess();
         connectProcess(++m_serial);
         // Starting a process may fail at once and take a moment: neither belongs into the call.
         QMetaObject::invokeMethod(m_process, &ComponentProcess::start, Qt::QueuedConnection);

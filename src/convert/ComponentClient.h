@@ -58,6 +58,10 @@ Q_SIGNALS:
     /// For developers: the component's standard error, and what was wrong on its pipe.
     void logged(const QString &line);
 
+protected:
+    /// A process that has not been started; the client owns it.
+    [[nodiscard]] virtual ComponentProcess *makeProcess();
+
 private:
     struct Job
     {

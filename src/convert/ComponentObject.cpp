@@ -24,6 +24,14 @@ QString textOf(const QJsonObject &report, const char *member)
     return report.value(QLatin1String(member)).toString();
 }
 
+/// @param measured stands in for a number of seconds that is missing or makes no sense.
+float durationOf(const QJsonObject &report, double measured)
+{
+    const auto told = report.value(QLatin1String("duration")).toDouble(-1);
+    const bool makesSense = told >= 0 && told <= std::numeric_limits<float>::max();
+    return static_cast<float>(makesSense ? told : measured);
+}
+
 } // namespace
 
 ComponentObject::ComponentObject(ComponentClient &client, const char *step, QObject *parent)
@@ -190,8 +198,7 @@ void ComponentObject::complete(const QJsonObject &report)
             m_documents.setOutputFilename(index, filename);
     }
     const auto measured = static_cast<double>(m_clock.elapsed()) / 1000.0;
-    const auto duration = report.value(QLatin1String("duration")).toDouble(measured);
-    finish(report.value(QLatin1String("success")).toBool(), static_cast<float>(duration));
+    finish(report.value(QLatin1String("success")).toBool(), durationOf(report, measured));
 }
 
 void ComponentObject::finish(bool success, float duration)

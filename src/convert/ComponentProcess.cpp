@@ -92,7 +92,12 @@ void ComponentProcess::endSoon()
 
 void ComponentProcess::readReports()
 {
-    m_lines.append(m_process.readAllStandardOutput());
+    takeReports(m_process.readAllStandardOutput());
+}
+
+void ComponentProcess::takeReports(const QByteArray &bytes)
+{
+    m_lines.append(bytes);
     while (const auto line = m_lines.takeLine()) {
         if (m_over)
             return;
@@ -128,7 +133,8 @@ void ComponentProcess::greet(const QJsonObject &hello)
     }
     m_greetingTimer.stop();
     m_greeted = true;
-    m_process.write(m_waiting);
+    if (!m_waiting.isEmpty())
+        m_process.write(m_waiting);
     m_waiting.clear();
     const auto notice = hello.value(QLatin1String("notice")).toString();
     if (!notice.isEmpty())

@@ -25,10 +25,10 @@ public:
     /// Ends the process: closes its input, waits for at most the farewell time, then kills it.
     ~ComponentProcess() override;
 
-    void start();
+    virtual void start();
 
     /// Writes one line; it is kept back until the process has greeted.
-    void send(const QByteArray &line);
+    virtual void send(const QByteArray &line);
 
     /// Lets go of the process: no more signals, its input is closed, it is killed when it has
     /// not ended within the farewell time, and the object deletes itself. Does not block.
@@ -46,6 +46,10 @@ Q_SIGNALS:
 
     /// A line for developers: the process's standard error, and what was wrong on the pipe.
     void logged(const QString &line);
+
+protected:
+    /// Bytes of the process's standard output, in any pieces.
+    void takeReports(const QByteArray &bytes);
 
 private:
     void connectProcess();
