@@ -71,8 +71,9 @@ void TestGhostscriptServer::readsOnlyWhatCarriesTheToken_data()
     QTest::addColumn<QByteArray>("line");
     for (const char *line :
          {"", "%quorlin", "%quorlin T", "%quorlin T end", "%quorlin U end 0", "%quorlin  end 0",
-          "quorlin T end 0", "%quorlin T fin 0", "%quorlin T end 0 0", "GPL Ghostscript",
-          "Error: /undefined in foo", "\xff\xfe %quorlin T end 0"})
+          "%quorlin T page -5", "%quorlin T page many", "quorlin T end 0", "%quorlin T fin 0",
+          "%quorlin T end 0 0", "GPL Ghostscript", "Error: /undefined in foo",
+          "\xff\xfe %quorlin T end 0"})
         QTest::newRow(line) << QByteArray(line);
 }
 

@@ -66,8 +66,12 @@ std::optional<Answer> parse(QByteArrayView line, const QByteArray &token)
     const auto words = line.toByteArray().simplified().split(' ');
     if (words.size() != 4 || words[0] != "%quorlin" || words[1] != token)
         return std::nullopt;
-    if (words[2] == "page" || words[2] == "end-of-pages")
-        return Answer{Answer::Kind::Page, words[3].toInt(), {}};
+    if (words[2] == "page" || words[2] == "end-of-pages") {
+        bool isNumber = false;
+        const int pages = words[3].toInt(&isNumber);
+        return isNumber && pages >= 0 ? std::optional(Answer{Answer::Kind::Page, pages, {}})
+                                      : std::nullopt;
+    }
     if (words[2] == "error")
         return Answer{Answer::Kind::Error, 0, words[3]};
     if (words[2] == "end")
