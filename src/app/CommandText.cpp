@@ -12,9 +12,13 @@ constexpr QLatin1Char Separator(',');
 
 QString absolute(const QString &path, const QString &folder)
 {
-    if (path.isEmpty() || folder.isEmpty() || QDir::isAbsolutePath(path))
+    // A name that begins with ":" counts as a resource of the program, but it names a file.
+    const bool isColon = path.startsWith(QLatin1Char(':'));
+    if (path.isEmpty() || folder.isEmpty() || (QDir::isAbsolutePath(path) && !isColon))
         return path;
-    const auto whole = QDir(folder).absoluteFilePath(path);
+    const auto whole =
+        isColon ? QDir::cleanPath(QDir(folder).absoluteFilePath(QLatin1String("./") + path))
+                : QDir(folder).absoluteFilePath(path);
     return QFileInfo::exists(whole) ? whole : path;
 }
 

@@ -1,5 +1,7 @@
 #include "tool/Delivery.h"
 
+#include "tool/FileNames.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -66,8 +68,8 @@ QString Delivery::reserveName(const QString &distillerInput)
     const auto point = name.lastIndexOf(QLatin1Char('.'));
     if (point >= 0)
         name = name.left(point) + QStringLiteral(".pdf");
-    const QDir folder(m_folder.isEmpty() ? info.absolutePath() : m_folder);
-    const auto wanted = QDir::cleanPath(folder.absoluteFilePath(name));
+    const auto folder = FileNames::fullPath(m_folder.isEmpty() ? info.absolutePath() : m_folder);
+    const auto wanted = FileNames::fullPath(name, folder);
     int number = 1;
     while (m_reserved.contains(numbered(wanted, number)) || isInput(numbered(wanted, number)))
         ++number;

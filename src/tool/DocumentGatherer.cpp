@@ -66,7 +66,7 @@ QList<DocumentRecord> DocumentGatherer::gather(const QStringList &inputs, bool r
 
 void DocumentGatherer::addInput(const QString &input)
 {
-    const auto path = QDir::cleanPath(QDir::current().absoluteFilePath(input));
+    const auto path = FileNames::fullPath(input);
     if (!QFileInfo(path).isDir()) {
         addFile(path);
         return;

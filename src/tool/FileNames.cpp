@@ -48,4 +48,10 @@ QString legible(QString name)
     return name;
 }
 
+QString fullPath(const QString &name, const QString &folder)
+{
+    const bool isFull = QDir::isAbsolutePath(name) && !name.startsWith(QLatin1Char(':'));
+    return QDir::cleanPath(isFull ? name : folder + QLatin1Char('/') + name);
+}
+
 } // namespace Quorlin::FileNames

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
+#include <QDir>
 #include <QString>
 
 namespace Quorlin {
@@ -19,6 +20,10 @@ namespace FileNames {
 
 /// The name as it can be shown and written: U+FFFD for what is not UTF-8.
 [[nodiscard]] QString legible(QString name);
+
+/// The full path of a name that counts from this folder, cleaned. One that begins with ":" is a
+/// name like any other, and no resource of the program.
+[[nodiscard]] QString fullPath(const QString &name, const QString &folder = QDir::currentPath());
 
 } // namespace FileNames
 

@@ -23,9 +23,9 @@ bool isDocument(const QString &name)
 
 QString Options::mergeTarget() const
 {
-    const QDir folder(outputFolder.isEmpty() ? QDir::currentPath() : outputFolder);
-    return merges() ? QDir::cleanPath(QDir(folder.absolutePath()).absoluteFilePath(mergeFile))
-                    : QString();
+    const auto folder =
+        outputFolder.isEmpty() ? QDir::currentPath() : FileNames::fullPath(outputFolder);
+    return merges() ? FileNames::fullPath(mergeFile, folder) : QString();
 }
 
 QString Options::inconsistency() const
@@ -80,7 +80,7 @@ QString Options::wrongTargets() const
         !QFileInfo(outputFolder).isDir())
         return QStringLiteral("the output folder %1 is a file").arg(outputFolder);
     if (merges() && !reportFile.isEmpty() && !reportsToOutput() &&
-        QDir::cleanPath(QDir::current().absoluteFilePath(reportFile)) == mergeTarget())
+        FileNames::fullPath(reportFile) == mergeTarget())
         return QStringLiteral("the report and the merged file have the same name");
     return {};
 }

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void isEmptyWithoutArguments();
     void joinsWithCommasInOrder();
     void makesAnExistingRelativePathAbsolute();
+    void aNameWithAColonInFrontIsRelative();
     void makesAnExistingRelativeFolderAbsolute();
     void keepsWhatNamesNothing();
     void keepsAbsolutePaths();
@@ -63,6 +64,12 @@ void CommandTextTest::makesAnExistingRelativePathAbsolute()
 {
     const auto path = m_folder.write("in/Bericht für Ärzte.doc", "x");
     QCOMPARE(make({QStringLiteral("in/Bericht für Ärzte.doc")}), path);
+}
+
+void CommandTextTest::aNameWithAColonInFrontIsRelative()
+{
+    const auto path = QDir::cleanPath(m_folder.write("./:a.doc", "x"));
+    QCOMPARE(make({QStringLiteral(":a.doc")}), path);
 }
 
 void CommandTextTest::makesAnExistingRelativeFolderAbsolute()

@@ -14,6 +14,7 @@ class tst_delivery : public QObject
 private Q_SLOTS:
     void theNameComesFromTheDistillersInput_data();
     void theNameComesFromTheDistillersInput();
+    void aNameWithAColonInFrontKeepsItsFolder();
     void equalNamesAreNumbered();
     void aDocumentOfTheRunIsNeverATarget();
     void aLinkToADocumentIsNoTargetEither();
@@ -48,6 +49,14 @@ void tst_delivery::theNameComesFromTheDistillersInput()
     QFETCH(QString, input);
     QFETCH(QString, name);
     QCOMPARE(Delivery(folder, {}).reserveName(input), name);
+}
+
+void tst_delivery::aNameWithAColonInFrontKeepsItsFolder()
+{
+    Delivery delivery(QString(), {});
+    QCOMPARE(delivery.reserveName(QStringLiteral("/d/:a.ps~")), QStringLiteral("/d/:a.pdf"));
+    Delivery elsewhere(QStringLiteral("/e"), {});
+    QCOMPARE(elsewhere.reserveName(QStringLiteral("/d/:a.ps~")), QStringLiteral("/e/:a.pdf"));
 }
 
 void tst_delivery::equalNamesAreNumbered()

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void aNamedLinkToAFolderIsFollowed();
     void onlyAcceptedFilesOfAFolderAreTaken();
     void aNamedFileIsKeptWithItsReason();
+    void aNameMayBeginWithAColon();
     void anEarlierResultIsPassedOverUnlessNamed();
     void earlierResultsAreToldByTheirNames_data();
     void earlierResultsAreToldByTheirNames();
@@ -112,6 +113,19 @@ void tst_document_gatherer::aNamedFileIsKeptWithItsReason()
     QCOMPARE(found.at(1).reason, Reason::NotPostScript);
     QCOMPARE(found.at(2).reason, Reason::NotFound);
     QCOMPARE(found.at(2).failure(), reasonText(Reason::NotFound));
+}
+
+void tst_document_gatherer::aNameMayBeginWithAColon()
+{
+    const ToolFolder folder;
+    const auto path = folder.path("") + QStringLiteral("/:a.txt");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x") == 1);
+    file.close();
+    const auto found = DocumentGatherer().gather({QStringLiteral(":a.txt")}, false);
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found.first().reason, Reason::None);
+    QCOMPARE(found.first().input, QDir::cleanPath(path));
 }
 
 void tst_document_gatherer::anEarlierResultIsPassedOverUnlessNamed()

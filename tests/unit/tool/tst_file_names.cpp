@@ -14,7 +14,32 @@ private Q_SLOTS:
     void otherBytesAreKeptApart_data();
     void otherBytesAreKeptApart();
     void differentBytesAreDifferentNames();
+    void aNameCountsFromItsFolder_data();
+    void aNameCountsFromItsFolder();
 };
+
+void tst_file_names::aNameCountsFromItsFolder_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("relative") << "a.odt"
+                              << "/d/a.odt";
+    QTest::newRow("upwards") << "../a.odt"
+                             << "/a.odt";
+    QTest::newRow("full") << "/e//a.odt"
+                          << "/e/a.odt";
+    QTest::newRow("colon") << ":a.odt"
+                           << "/d/:a.odt";
+    QTest::newRow("colon and slash") << ":/a.odt"
+                                     << "/d/:/a.odt";
+}
+
+void tst_file_names::aNameCountsFromItsFolder()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, path);
+    QCOMPARE(FileNames::fullPath(name, QStringLiteral("/d")), path);
+}
 
 void tst_file_names::utf8IsReadAsItIs_data()
 {
