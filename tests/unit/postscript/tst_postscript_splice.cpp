@@ -1,5 +1,6 @@
 #include "component/backends/postscript/PostScriptSplice.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace Quorlin;
@@ -51,6 +52,23 @@ private Q_SLOTS:
                                  "%%EOF\n"));
         QCOMPARE(splice.pages(), 1);
         QVERIFY(splice.whole());
+    }
+
+    void aLongLineTakesNoLongerInManyPieces()
+    {
+        constexpr int Pieces = 200000;
+        QByteArray out;
+        PostScriptSplice splice(parts(), [&](const std::string &bytes) {
+            out += QByteArray::fromStdString(bytes);
+            return true;
+        });
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < Pieces; ++i)
+            QVERIFY(splice.take("0123456789abcdef"));
+        QVERIFY(splice.finish());
+        QVERIFY(timer.elapsed() < 10000);
+        QCOMPARE(out.size(), QByteArray("%!OURS\n").size() + 16 * Pieces + 1);
     }
 
     void aFileThatBreaksOffIsNotWhole()

@@ -14,8 +14,9 @@ namespace {
 
 constexpr int MaxDepth = 4;
 constexpr int MaxParts = 256;
-
-std::optional<std::string> write(QPDFObjectHandle function, int depth);
+/// Functions that share their parts would multiply them, level by level.
+constexpr int MaxAllParts = 1024;
+constexpr std::size_t MaxBytes = 1024 * 1024;
 
 std::string entry(QPDFObjectHandle dictionary, const std::string &key)
 {
@@ -63,21 +64,34 @@ std::optional<std::string> exponential(QPDFObjectHandle dictionary)
            PostScriptText::number(exponent.getNumericValue()) + " >>";
 }
 
-std::optional<std::string> list(QPDFObjectHandle functions, int depth)
+/// Writes one function with all its parts.
+class FunctionText
+{
+public:
+    std::optional<std::string> write(QPDFObjectHandle function, int depth);
+
+private:
+    std::optional<std::string> list(QPDFObjectHandle functions, int depth);
+    std::optional<std::string> stitching(QPDFObjectHandle dictionary, int depth);
+
+    int m_parts = 0;
+};
+
+std::optional<std::string> FunctionText::list(QPDFObjectHandle functions, int depth)
 {
     if (functions.getArrayNItems() < 1 || functions.getArrayNItems() > MaxParts)
         return std::nullopt;
     std::string text = "[";
     for (auto function : functions.aitems()) {
         const auto part = write(function, depth + 1);
-        if (!part)
+        if (!part || text.size() + part->size() > MaxBytes)
             return std::nullopt;
         text += *part + "\n";
     }
     return text + "]";
 }
 
-std::optional<std::string> stitching(QPDFObjectHandle dictionary, int depth)
+std::optional<std::string> FunctionText::stitching(QPDFObjectHandle dictionary, int depth)
 {
     auto functions = dictionary.getKey("/Functions");
     const auto parts = functions.isArray() ? list(functions, depth) : std::nullopt;
@@ -94,9 +108,9 @@ std::optional<std::string> stitching(QPDFObjectHandle dictionary, int depth)
            bracketed(encode) + " >>";
 }
 
-std::optional<std::string> write(QPDFObjectHandle function, int depth)
+std::optional<std::string> FunctionText::write(QPDFObjectHandle function, int depth)
 {
-    if (depth > MaxDepth)
+    if (depth > MaxDepth || ++m_parts > MaxAllParts)
         return std::nullopt;
     if (function.isArray())
         return list(function, depth);
@@ -119,7 +133,7 @@ std::optional<std::string> write(QPDFObjectHandle function, int depth)
 
 std::optional<std::string> functionText(QPDFObjectHandle function)
 {
-    return write(function, 0);
+    return FunctionText().write(function, 0);
 }
 
 } // namespace Quorlin

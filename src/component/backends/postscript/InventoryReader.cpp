@@ -12,6 +12,8 @@ namespace {
 
 constexpr int MaxDepth = 60;
 constexpr std::size_t MaxEntries = 200000;
+/// Any number of links, bookmarks and names may share one long text of the document.
+constexpr std::size_t MaxTextBytes = 64U * 1024 * 1024;
 constexpr const char *InfoKeys[] = {"Title", "Author", "Subject", "Keywords", "Creator"};
 
 std::map<QPDFObjGen, int> numbered(const std::vector<QPDFObjectHandle> &pages)
@@ -26,6 +28,11 @@ std::map<QPDFObjGen, int> numbered(const std::vector<QPDFObjectHandle> &pages)
 QString text(QPDFObjectHandle value)
 {
     return value.isString() ? QString::fromStdString(value.getUTF8Value()) : QString();
+}
+
+std::size_t textBytes(const PdfTarget &target)
+{
+    return target.text.size() + target.name.size();
 }
 
 std::vector<double> colorOf(QPDFObjectHandle owner)
@@ -63,6 +70,15 @@ bool InventoryReader::isNew(QPDFObjectHandle object)
     return object.isIndirect() ? m_seen.insert(object.getObjGen()).second : true;
 }
 
+/// What has no room is left out; all that is shorter is still kept.
+bool InventoryReader::hasRoomFor(std::size_t bytes)
+{
+    if (bytes > MaxTextBytes - m_textBytes)
+        return false;
+    m_textBytes += bytes;
+    return true;
+}
+
 PdfInventory InventoryReader::read()
 {
     for (const auto &page : m_pages)
@@ -90,13 +106,13 @@ void InventoryReader::readPage(QPDFObjectHandle page)
             readLink(annotation, links);
 }
 
-void InventoryReader::readLink(QPDFObjectHandle annotation, std::vector<PdfLink> &links) const
+void InventoryReader::readLink(QPDFObjectHandle annotation, std::vector<PdfLink> &links)
 {
     auto rect = annotation.getKey("/Rect");
     PdfLink link;
     link.target = m_targets.targetOf(annotation);
     if (link.target.kind == PdfTarget::Kind::None || !rect.isRectangle() ||
-        links.size() >= MaxEntries)
+        links.size() >= MaxEntries || !hasRoomFor(textBytes(link.target)))
         return;
     const auto r = rect.getArrayAsRectangle();
     link.rect = {r.llx, r.lly, r.urx, r.ury};
@@ -122,8 +138,9 @@ void InventoryReader::addDestination(const std::string &name, QPDFObjectHandle v
 {
     const auto target = m_targets.destination(value);
     if (target.kind != PdfTarget::Kind::Page || m_inventory.destinations.size() >= MaxEntries ||
-        !m_names.insert(name).second)
+        m_names.contains(name) || !hasRoomFor(name.size()))
         return;
+    m_names.insert(name);
     m_inventory.destinations.push_back({name, target.page, target.view});
 }
 
@@ -169,6 +186,9 @@ std::vector<PdfBookmark> InventoryReader::readBookmarks(QPDFObjectHandle first, 
         bookmark.style = style.isInteger() ? static_cast<int>(style.getIntValue() & 3) : 0;
         bookmark.color = colorOf(item);
         bookmark.target = m_targets.targetOf(item);
+        if (!hasRoomFor(static_cast<std::size_t>(bookmark.title.size()) * sizeof(QChar) +
+                        textBytes(bookmark.target)))
+            continue;
         bookmark.children = readBookmarks(item.getKey("/First"), depth + 1);
         list.push_back(std::move(bookmark));
     }

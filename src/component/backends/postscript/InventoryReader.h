@@ -21,7 +21,7 @@ public:
 
 private:
     void readPage(QPDFObjectHandle page);
-    void readLink(QPDFObjectHandle annotation, std::vector<PdfLink> &links) const;
+    void readLink(QPDFObjectHandle annotation, std::vector<PdfLink> &links);
     void readInfo();
     void readDestinations();
     void readNameTree(QPDFObjectHandle node, int depth);
@@ -30,12 +30,14 @@ private:
     void readViewing();
     [[nodiscard]] std::vector<PdfBookmark> readBookmarks(QPDFObjectHandle first, int depth);
     [[nodiscard]] bool isNew(QPDFObjectHandle object);
+    [[nodiscard]] bool hasRoomFor(std::size_t bytes);
 
     QPDF &m_pdf;
     std::vector<QPDFObjectHandle> m_pages;
     TargetReader m_targets;
     std::set<QPDFObjGen> m_seen;
     std::set<std::string> m_names;
+    std::size_t m_textBytes = 0; ///< of all titles, names and addresses so far
     PdfInventory m_inventory;
 };
 

@@ -26,18 +26,17 @@ PostScriptSplice::PostScriptSplice(SpliceParts parts, Write write)
 
 bool PostScriptSplice::take(QByteArrayView piece)
 {
-    std::string_view rest(piece.data(), static_cast<std::size_t>(piece.size()));
-    std::string joined;
-    if (!m_pending.empty()) {
-        joined = std::move(m_pending);
-        joined.append(rest);
-        rest = joined;
+    // What has been looked at is not looked at again: a line may be as long as the document wants.
+    const auto search = m_pending.size();
+    m_pending.append(piece.data(), static_cast<std::size_t>(piece.size()));
+    const std::string_view text(m_pending);
+    std::size_t start = 0;
+    for (auto end = text.find('\n', search); end != std::string_view::npos;
+         end = text.find('\n', start)) {
+        line(text.substr(start, end + 1 - start));
+        start = end + 1;
     }
-    for (auto end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
-        line(rest.substr(0, end + 1));
-        rest.remove_prefix(end + 1);
-    }
-    m_pending = rest;
+    m_pending.erase(0, start);
     if (m_out.size() < PieceBytes)
         return true;
     const bool written = m_write(m_out);
