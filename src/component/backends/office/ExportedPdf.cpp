@@ -1,27 +1,27 @@
 #include "component/backends/office/ExportedPdf.h"
 
-#include <QByteArray>
 #include <QFile>
 
 #include <algorithm>
+#include <string_view>
 
 namespace Quorlin {
 
 namespace {
 
-constexpr qsizetype TailSize = 1024;
+constexpr std::size_t TailSize = 1024;
 
 /// The page count in the root of the page tree, which this engine writes near the end of the
 /// file and never compressed.
-int pagesIn(const QByteArray &pdf)
+int pagesIn(std::string_view pdf)
 {
-    const auto root = pdf.lastIndexOf("/Type/Pages");
-    const auto end = root < 0 ? -1 : pdf.indexOf("endobj", root);
-    const QByteArray key("/Count ");
-    const auto count = end < 0 ? -1 : pdf.lastIndexOf(key, end);
-    if (count < root)
+    constexpr std::string_view Key = "/Count ";
+    const auto root = pdf.rfind("/Type/Pages");
+    const auto end = root == pdf.npos ? pdf.npos : pdf.find("endobj", root);
+    const auto count = end == pdf.npos ? pdf.npos : pdf.rfind(Key, end);
+    if (count == pdf.npos || count < root)
         return -1;
-    auto digits = count + key.size();
+    auto digits = count + Key.size();
     int pages = 0;
     for (; digits < end && pages < 10'000'000 && pdf[digits] >= '0' && pdf[digits] <= '9'; ++digits)
         pages = pages * 10 + (pdf[digits] - '0');
@@ -39,9 +39,10 @@ ExportedPdf ExportedPdf::look(const QString &path)
     const auto *bytes = reinterpret_cast<const char *>(file.map(0, size));
     if (!bytes)
         return {};
-    const auto pdf = QByteArray::fromRawData(bytes, size);
-    const auto tail = pdf.last(std::min(size, TailSize));
-    return {pdf.startsWith("%PDF-") && tail.contains("%%EOF"), pagesIn(pdf)};
+    // Searched backwards by the toolkit, the byte before the mapping would be read.
+    const std::string_view pdf(bytes, static_cast<std::size_t>(size));
+    const auto tail = pdf.substr(pdf.size() - std::min(pdf.size(), TailSize));
+    return {pdf.starts_with("%PDF-") && tail.find("%%EOF") != pdf.npos, pagesIn(pdf)};
 }
 
 } // namespace Quorlin
