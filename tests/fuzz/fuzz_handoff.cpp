@@ -1,20 +1,19 @@
+#include "fuzz/FuzzSupport.h"
 #include "fuzz/FuzzTarget.h"
 
+#include "app/CommandText.h"
 #include "app/FrameReader.h"
+#include "ui/CommandItems.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 using Quorlin::FrameReader;
 using Quorlin::HandoffFrame;
+using Quorlin::Fuzz::check;
+namespace CommandItems = Quorlin::CommandItems;
+namespace CommandText = Quorlin::CommandText;
 
 namespace {
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 FrameReader readInPieces(const char *bytes, qsizetype size, qsizetype piece)
 {
@@ -43,6 +42,53 @@ void checkSameAgain(const HandoffFrame &frame)
     check(resent.text() == frame.text());
 }
 
+/// A path's address leads back to the path, and nothing divides it.
+void checkAddress(const QString &path)
+{
+    const auto address = CommandItems::addressOf(path);
+    check(!address.contains(QLatin1Char(',')));
+    const auto back = CommandItems::pathOfAddress(address);
+    const bool canBeAPath =
+        path.startsWith(QLatin1Char('/')) && path.isValidUtf16() && !path.contains(QChar(0));
+    check(!canBeAPath || back == path);
+}
+
+void checkParts(const QStringList &items)
+{
+    constexpr qsizetype Most = 40;
+    const auto isVerb = CommandItems::verbOf(items, [](const QString &) { return false; }) !=
+                        CommandItems::Verb::None;
+    QStringList again;
+    const auto parts = CommandText::parts(items, Most);
+    for (const auto &part : parts) {
+        auto own = part.split(QLatin1Char(','));
+        if (isVerb && parts.size() > 1)
+            check(own.takeFirst() == items.first());
+        check(part.size() <= Most || own.size() <= (isVerb ? 2 : 1));
+        again << own;
+    }
+    if (isVerb && parts.size() > 1)
+        again.prepend(items.first());
+    check(again == items);
+}
+
+/// What a start sends, however it was typed or received.
+void checkCommand(const QString &text)
+{
+    const auto raw = text.isEmpty() ? QStringList() : text.split(QLatin1Char(','));
+    const auto items = CommandItems::split(text);
+    check(items.size() == raw.size());
+    for (qsizetype i = 0; i < raw.size(); ++i) {
+        const auto path = CommandItems::pathOfAddress(raw[i]);
+        check(items[i] == (path.isEmpty() ? raw[i] : path) && !path.contains(QChar(0)));
+        checkAddress(items[i]);
+    }
+    if (!raw.isEmpty())
+        checkParts(raw);
+    const auto typed = CommandText::items(raw, QStringLiteral("/nowhere"));
+    check(typed.size() == raw.size());
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -59,6 +105,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (whole.state() == FrameReader::State::Complete) {
         checkFrame(whole.frame());
         checkSameAgain(whole.frame());
+        checkCommand(whole.frame().text());
     }
+    checkCommand(QString::fromUtf8(bytes, count).left(HandoffFrame::MostCharacters));
     return 0;
 }
