@@ -116,8 +116,10 @@ WorkerAnswer GhostscriptRun::exited(int exitCode, QProcess::ExitStatus status)
     const bool printed = request().value(QLatin1String("printed")).toBool();
     if (!printed && m_error == "ioerror" && !DiskRoom::isShort(folder(), LittleRoom))
         return {Reason::Damaged, tr("the PostScript is faulty (ioerror)"), {}, true};
-    if (exitCode != 0 || !m_error.isEmpty())
-        return failureOf(m_error.isEmpty() ? QByteArray("error") : m_error);
+    if (!m_error.isEmpty())
+        return failureOf(m_error);
+    if (exitCode != 0)
+        return {Reason::EngineFailed, {}, {}, true};
     if (m_pages == 0)
         return {Reason::NothingPrinted, {}, {}, true};
     if (!PdfFile::looksWhole(path(QLatin1String("output"))))

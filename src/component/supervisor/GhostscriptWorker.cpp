@@ -88,6 +88,8 @@ void GhostscriptWorker::finishDocument()
         result.reason = Reason::NothingPrinted;
     else if (!PdfFile::looksWhole(output))
         result.reason = Reason::EngineFailed;
+    // The error ended the program, not the process that interpreted it.
+    result.workerLost = false;
     answer(result);
 }
 

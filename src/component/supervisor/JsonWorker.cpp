@@ -54,7 +54,8 @@ void JsonWorker::handle(const QJsonObject &message)
 WorkerAnswer JsonWorker::failureOf(const QJsonObject &message)
 {
     return {reasonFromKey(message.value(QLatin1String("reason")).toString()),
-            message.value(QLatin1String("text")).toString(), message, false};
+            message.value(QLatin1String("text")).toString(), message,
+            message.value(QLatin1String("last")).toBool()};
 }
 
 } // namespace Quorlin

@@ -215,7 +215,10 @@ void PrintJob::retry(qsizetype index)
 {
     auto &document = m_documents[index];
     document.secondTry = true;
-    QFile::remove(document.folder + QLatin1String(ExportName));
+    // An engine that died leaves its lock beside the export, and the next one heeds it.
+    const auto folder = document.folder + QLatin1String(InputFolder);
+    if (!QDir(folder).removeRecursively() || !QDir().mkdir(folder))
+        return refuse(index, Reason::NoRoom);
     bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
 }
 

@@ -151,10 +151,15 @@ void Worker::answer(WorkerAnswer answer)
 {
     if (m_state != State::Busy)
         return;
+    const bool lost = answer.workerLost;
     ++m_tasksDone;
     m_state = State::Idle;
     finishTask(std::move(answer));
-    if (m_state == State::Idle)
+    if (m_state != State::Idle)
+        return;
+    if (lost)
+        end();
+    else
         Q_EMIT idle();
 }
 

@@ -89,6 +89,8 @@ int WorkerLoop::answer(const QJsonObject &request, const Handler &handler)
         message.insert(QStringLiteral("text"),
                        result.text.isEmpty() ? reasonText(result.reason) : result.text);
     }
+    if (result.last)
+        message.insert(QStringLiteral("last"), true);
     if (!send(message))
         return PipeBroke;
     return result.last ? CannotGoOn : Done;

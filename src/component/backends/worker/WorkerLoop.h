@@ -29,6 +29,7 @@ struct WorkerResult
 ///   {"id":7,"event":"progress","percent":40}     any number of times
 ///   {"id":7,"event":"done", …}  or
 ///   {"id":7,"event":"failed","reason":"protected","text":"…"}   exactly once
+/// The last of these carry "last":true from a worker that ends with them.
 /// Standard error is for logs only. The worker may block while it works; its supervisor
 /// watches the clock and kills the whole process group of a worker that hangs.
 class WorkerLoop
