@@ -67,7 +67,8 @@ void StandInWorker::failed(Reason reason, const QString &text)
     say({{QStringLiteral("id"), m_request.value(QLatin1String("id"))},
          {QStringLiteral("event"), QStringLiteral("failed")},
          {QStringLiteral("reason"), reasonKey(reason)},
-         {QStringLiteral("text"), text.isEmpty() ? reasonText(reason) : text}});
+         {QStringLiteral("text"), text.isEmpty() ? reasonText(reason) : text},
+         {QStringLiteral("last"), m_request.value(QLatin1String("last"))}});
 }
 
 void StandInWorker::die()

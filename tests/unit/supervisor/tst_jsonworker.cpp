@@ -58,6 +58,11 @@ private Q_SLOTS:
     void aWorkerThatNeverGreetsIsKilled();
     void aMissingProgramIsNamed();
     void aProgramThatMayNotRunIsNamed();
+    void aWorkerThatSaysItIsItsLastAnswerEnds();
+    void theWorksFolderIsInTheWorkersPlaceMeanwhile();
+    void theWorksFolderComesBackFromAWorkerThatDies();
+    void theWorkersPlaceGoesWithIt();
+    void aWorkerWithoutAPlaceIsNotStarted();
 
 private:
     void make(const char *greeting = "proper");
@@ -359,6 +364,59 @@ void TestJsonWorker::aProgramThatMayNotRunIsNamed()
     m_folder->write("worker", "no program");
     QVERIFY(!m_watch->start());
     QCOMPARE(m_watch->ends[0].reason, Reason::ProgramMissing);
+}
+
+void TestJsonWorker::aWorkerThatSaysItIsItsLastAnswerEnds()
+{
+    QVERIFY(m_watch->start());
+    auto work = request("fail");
+    work.insert(QStringLiteral("reason"), QStringLiteral("engine-failed"));
+    work.insert(QStringLiteral("last"), true);
+    const auto answer = m_watch->run(work);
+    QCOMPARE(answer.reason, Reason::EngineFailed);
+    QVERIFY(answer.workerLost);
+    QVERIFY(!m_worker->isFree());
+    QVERIFY(m_watch->waitForEnd());
+}
+
+void TestJsonWorker::theWorksFolderIsInTheWorkersPlaceMeanwhile()
+{
+    m_folder->write("work/document", "content");
+    QVERIFY(m_watch->start());
+    auto work = request("wait-for");
+    work.insert(QStringLiteral("file"), m_folder->path("sign"));
+    m_watch->begin(work, m_folder->path("work"));
+    QCOMPARE(contentOf(m_folder->path("place/work/document")), QByteArray("content"));
+    QVERIFY(!QFile::exists(m_folder->path("work")));
+    m_folder->write("sign", "");
+    QVERIFY(m_watch->waitForAnswer());
+    QCOMPARE(m_watch->answers[0].folder, m_folder->path("place/work"));
+    QCOMPARE(contentOf(m_folder->path("work/document")), QByteArray("content"));
+    QVERIFY(!QFile::exists(m_folder->path("place/work")));
+}
+
+void TestJsonWorker::theWorksFolderComesBackFromAWorkerThatDies()
+{
+    m_folder->write("work/document", "content");
+    QVERIFY(m_watch->start());
+    QCOMPARE(m_watch->run(request("die"), m_folder->path("work")).reason, Reason::EngineFailed);
+    QCOMPARE(contentOf(m_folder->path("work/document")), QByteArray("content"));
+}
+
+void TestJsonWorker::theWorkersPlaceGoesWithIt()
+{
+    QVERIFY(m_watch->start());
+    m_folder->write("place/profile/settings", "what an engine keeps");
+    m_worker.reset();
+    QVERIFY(!QFile::exists(m_folder->path("place")));
+}
+
+void TestJsonWorker::aWorkerWithoutAPlaceIsNotStarted()
+{
+    m_worker->setPlace(QString());
+    QVERIFY(!m_watch->start());
+    QCOMPARE(m_watch->ends.size(), 1);
+    QCOMPARE(m_watch->ends[0].reason, Reason::NoRoom);
 }
 
 QTEST_GUILESS_MAIN(TestJsonWorker)
