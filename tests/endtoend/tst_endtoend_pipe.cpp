@@ -212,7 +212,6 @@ void tst_endtoend_pipe::nothingOfAClearedJobStaysInTheWorkingFolder()
 {
     aJobWorks();
     clearEverything();
-    const auto before = workingFiles().size();
     const auto broken = m_scene->write(QStringLiteral("broken.ps"), "%!PS\nnonsense\n");
     for (int time = 0; time < 3; ++time) {
         aJobWorks();
@@ -223,8 +222,13 @@ void tst_endtoend_pipe::nothingOfAClearedJobStaysInTheWorkingFolder()
         QVERIFY(!QFileInfo::exists(complete("distil", ++m_number, broken)));
         clearEverything();
     }
-    // What serves all jobs may have come: an engine's folder, and one for distillers.
-    QVERIFY2(workingFiles().size() <= before + 2, qPrintable(workingFiles().join(u' ')));
+    // The places of the workers stay, and what serves all jobs.
+    auto left = workingFiles();
+    left.removeIf([](const QString &name) {
+        return name.startsWith(u"quorlin-pdf-") || name.startsWith(u"gs-") ||
+               name.startsWith(u"options-");
+    });
+    QCOMPARE(left, QStringList());
 }
 
 void tst_endtoend_pipe::theEndOfThePipeInTheMiddleOfALineEndsTheComponent()

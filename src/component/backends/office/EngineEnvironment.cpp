@@ -29,7 +29,7 @@ constexpr std::array Removed{
     "ftp_proxy",       "all_proxy",       "HTTP_PROXY",
     "HTTPS_PROXY",     "FTP_PROXY",       "ALL_PROXY",
     "XDG_CONFIG_HOME", "XDG_CACHE_HOME",  "XDG_DATA_HOME",
-    "LD_PRELOAD",
+    "XDG_RUNTIME_DIR", "LD_PRELOAD",
 };
 
 bool isUtf8(const QString &locale)
