@@ -3,6 +3,7 @@
 #include "component/protocol/Acceptance.h"
 #include "component/supervisor/ExclusiveFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -12,7 +13,8 @@ namespace Quorlin::BringIn {
 
 namespace {
 
-Reason reasonOf(ExclusiveFile::Result result, const QString &from)
+/// A copy can fail on either side.
+Reason reasonOf(ExclusiveFile::Result result, const QString &from, const QString &to)
 {
     const QFileInfo info(from);
     switch (result) {
@@ -21,10 +23,12 @@ Reason reasonOf(ExclusiveFile::Result result, const QString &from)
     case ExclusiveFile::Result::NoRoom:
         return Reason::NoRoom;
     case ExclusiveFile::Result::NotAllowed:
-        return Reason::NotReadable;
+        return info.isReadable() ? Reason::NotAllowed : Reason::NotReadable;
     default:
         if (!info.exists())
             return Reason::NotFound;
+        if (!QFileInfo(to).dir().exists())
+            return Reason::EngineFailed;
         return info.isFile() ? Reason::NotReadable : Reason::NotRegular;
     }
 }
@@ -39,12 +43,12 @@ Reason document(const QString &from, const QString &to)
 
 Reason file(const QString &from, const QString &to)
 {
-    return reasonOf(ExclusiveFile::copy(from, to), from);
+    return reasonOf(ExclusiveFile::copy(from, to), from, to);
 }
 
 Reason linkedFile(const QString &from, const QString &to)
 {
-    return reasonOf(ExclusiveFile::publish(from, to, [] {}), from);
+    return reasonOf(ExclusiveFile::publish(from, to, [] {}), from, to);
 }
 
 QString safeName(const QString &fileName)

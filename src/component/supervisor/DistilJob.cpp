@@ -89,7 +89,7 @@ void DistilJob::admit(qsizetype index)
         made && made->origin == PostScriptOrigin::Ours && QFileInfo::exists(made->kept);
     if (!prepare(index, made ? made->origin : PostScriptOrigin::Foreign))
         return refuse(index, Reason::NoRoom);
-    m_work[index].pages = ours ? made->pages : 0;
+    m_work[index].pages = made ? made->pages : 0;
     bringIn(index, ours ? made->kept : document.file);
 }
 
@@ -148,16 +148,24 @@ void DistilJob::distil(qsizetype index)
 void DistilJob::distilled(qsizetype index, const WorkerAnswer &answer)
 {
     auto &work = m_work[index];
-    if (answer.reason == Reason::None)
+    auto reason = answer.reason;
+    if (reason == Reason::None && lacksPages(work, answer))
+        reason = Reason::EngineFailed;
+    if (reason == Reason::None)
         return placeOutput(index);
-    const bool worthIt =
-        answer.reason == Reason::EngineFailed || work.origin == PostScriptOrigin::Ours;
-    const bool possible =
-        answer.reason != Reason::Cancelled && answer.reason != Reason::ProgramMissing &&
-        answer.reason != Reason::BadOptions && answer.reason != Reason::NothingPrinted;
+    const bool worthIt = reason == Reason::EngineFailed || work.origin == PostScriptOrigin::Ours;
+    const bool possible = reason != Reason::Cancelled && reason != Reason::ProgramMissing &&
+                          reason != Reason::BadOptions && reason != Reason::NothingPrinted;
     if (!work.secondTry && worthIt && possible)
         return retryAlone(index);
-    refuse(index, answer.reason, answer.text);
+    refuse(index, reason, answer.text);
+}
+
+/// What somebody cut beside the document still makes a whole PDF, of the pages that are left.
+bool DistilJob::lacksPages(const Work &work, const WorkerAnswer &answer)
+{
+    return work.pages > 0 &&
+           answer.values.value(QLatin1String("pages")).toInt(work.pages) != work.pages;
 }
 
 /// Once more, in a process of its own.

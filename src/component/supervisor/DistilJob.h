@@ -49,7 +49,7 @@ private:
     {
         QString folder; ///< holds its input and output, and its options when it is alone
         QString options;
-        int pages = 0;
+        int pages = 0; ///< 0 when nobody knows
         PostScriptOrigin origin = PostScriptOrigin::Foreign;
         bool secondTry = false;
 
@@ -67,6 +67,7 @@ private:
     void placeOutput(qsizetype index);
     void refuse(qsizetype index, Reason reason, const QString &text = {});
     void leave(qsizetype index);
+    [[nodiscard]] static bool lacksPages(const Work &work, const WorkerAnswer &answer);
     [[nodiscard]] QJsonObject requestIn(const QString &folder, const Work &work) const;
 
     Request m_request;

@@ -3,6 +3,7 @@
 #include "component/protocol/ResultNames.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
+#include "component/supervisor/ExclusiveFile.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
 #include "component/supervisor/WorkFolder.h"
@@ -59,11 +60,11 @@ void MergeJob::bringIn()
         return std::pair(Reason::None, QString());
     };
     Background::run(this, bring, [this](const std::pair<Reason, QString> &failure) {
-        if (failure.first == Reason::None)
-            merge();
-        else
-            failAll(failure.first,
-                    failure.second + QStringLiteral(": ") + reasonText(failure.first));
+        if (failure.first != Reason::None)
+            return failAll(failure.first,
+                           failure.second + QStringLiteral(": ") + reasonText(failure.first));
+        m_versions = inputVersions();
+        merge();
     });
 }
 
@@ -95,12 +96,26 @@ void MergeJob::merge()
     m_workers.merge().submit(std::move(task));
 }
 
+QStringList MergeJob::inputVersions() const
+{
+    QStringList versions;
+    for (qsizetype i = 0; i < count(); ++i)
+        versions << ExclusiveFile::versionOf(m_folder + inputName(i));
+    return versions;
+}
+
+/// A worker that died is no reason to lose all documents; a second name does not keep others from
+/// writing to the file.
 void MergeJob::merged(const WorkerAnswer &answer)
 {
+    if (answer.reason == Reason::EngineFailed && !std::exchange(m_secondTry, true))
+        return merge();
     if (answer.reason != Reason::None)
         return failAll(answer.reason, answer.text);
     if (!PdfFile::looksWhole(output()))
         return failAll(Reason::EngineFailed);
+    if (inputVersions() != m_versions)
+        return failAll(Reason::EngineFailed, tr("another program changed what was to be joined"));
     placeOutput();
 }
 

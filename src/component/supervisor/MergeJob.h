@@ -45,6 +45,7 @@ private:
     void failAll(Reason reason, const QString &text = {});
     [[nodiscard]] QJsonObject requestIn(const QString &folder) const;
     [[nodiscard]] QString output() const;
+    [[nodiscard]] QStringList inputVersions() const;
     /// The name of a document in the working folder.
     [[nodiscard]] static QString inputName(qsizetype index);
 
@@ -53,6 +54,8 @@ private:
     WorkFolder &m_workFolder;
     Outputs &m_outputs;
     QString m_folder;
+    QStringList m_versions; ///< of the documents when they were brought in
+    bool m_secondTry = false;
 };
 
 } // namespace Quorlin

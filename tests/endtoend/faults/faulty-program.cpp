@@ -1,13 +1,15 @@
-// Takes the place of a worker, or of a program that a worker runs, and never does its work. What it does instead is
-// chosen when it is built: TalksGarbage, or an answer that all is done, with nothing written.
+// Takes the place of a worker, or of a program that a worker runs, and never does its work. What it
+// does instead is chosen when it is built: TalksGarbage, or an answer that all is done, with
+// nothing written.
 #include <cstring>
 #include <iostream>
 #include <string>
 
 namespace {
 
-constexpr char Garbage[] = "Working\xe2\x80\xa6\n{\"event\":\"done\"\n[1,2]\n\xff\xfe\n\n{\"id\":\"one\",\"event\":7}\n"
-                           "{\"id\":4711,\"event\":\"done\"}\n%%[Page: x]%%\nError: /\n";
+constexpr char Garbage[] =
+    "Working\xe2\x80\xa6\n{\"event\":\"done\"\n[1,2]\n\xff\xfe\n\n{\"id\":\"one\",\"event\":7}\n"
+    "{\"id\":4711,\"event\":\"done\"}\n%%[Page: x]%%\nError: /\n";
 
 bool isWorker(const char *program)
 {

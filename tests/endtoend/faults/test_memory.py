@@ -53,7 +53,7 @@ class Memory(unittest.TestCase):
         self.check("gs of its own", self.component.distil([greedy], {"memory": 200}), "distilling")
 
     def test_distilling_in_a_warm_process(self):
-        page = self.world.write("long.html", documents.html(40))
+        page = self.world.write("long.html", documents.html(250))
         reasons, printed = self.component.job("print", [page])
         self.assertEqual(reasons, [])
         self.check("warm gs", self.component.distil(printed, {"memory": 3}), "distilling")

@@ -53,7 +53,7 @@ def greedy_postscript():
     return b"%!PS-Adobe-3.0\n/kept [] def { /kept [ kept 60000 string 10000 array ] def } loop\n"
 
 
-def heavy_postscript(pieces=300):
+def heavy_postscript(pieces=600):
     """A page whose PDF has so many pieces of 64 KB, which cannot be packed."""
     return (b"%%!PS-Adobe-3.0\n/s 65535 string def 0 1 65534 { s exch rand 8 idiv 255 and put } for\n"
             b"[/_objdef {ballast} /type /stream /OBJ pdfmark\n"

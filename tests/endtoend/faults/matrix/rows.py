@@ -11,7 +11,7 @@ CONVERTED = "converted"
 NO_REPORT = "no report"  # there is nobody left to write it
 ANY_FAILURE = "not-allowed or no-room or engine-failed"
 # Long enough for an engine's start where a process is to be caught at work.
-STALL, SHORT_STALL = ("--stall", "3"), ("--stall", "1")
+STALL, SHORT_STALL = ("--stall", "4"), ("--stall", "1")
 
 FAULTS = ("worker killed", "worker hung", "worker out of memory", "worker answers garbage", "worker writes nothing",
           "working folder full", "result folder full", "folder read-only", "working folder read-only",
@@ -74,8 +74,9 @@ def _faulty():
             (DISTILLING_WARM, "gs", "too-long", "engine-failed"),
             (MERGING, "quorlin-pdf-merge", "too-long", "engine-failed")):
         name = program.replace("-", "_")
-        yield Row("worker answers garbage", moment, damage.nothing, of_garbage, limits=SHORT_STALL, replaced={name: garbage})
-        yield Row("worker writes nothing", moment, damage.nothing, of_nothing, limits=SHORT_STALL, replaced={name: empty})
+        limits = STALL if moment is DISTILLING_WARM else SHORT_STALL
+        yield Row("worker answers garbage", moment, damage.nothing, of_garbage, limits=limits, replaced={name: garbage})
+        yield Row("worker writes nothing", moment, damage.nothing, of_nothing, limits=limits, replaced={name: empty})
 
 
 def _full():
@@ -100,16 +101,16 @@ def _read_only():
 
 def _source():
     """A document is worked on as a copy. What lies beside it for the next stage is not."""
-    for fault, strike, printed, joined in (
-            ("source changed", damage.overwrite, "damaged", "engine-failed"),
-            ("source truncated", damage.truncate, "engine-failed", "engine-failed"),
-            ("source removed", damage.remove, CONVERTED, CONVERTED)):
+    for fault, strike, printed, joined, delivered in (
+            ("source changed", damage.overwrite, "damaged", "damaged or engine-failed", "engine-failed"),
+            ("source truncated", damage.truncate, "engine-failed", "damaged or engine-failed", "engine-failed"),
+            ("source removed", damage.remove, CONVERTED, CONVERTED, CONVERTED)):
         for moment, pattern in ((EXPORTING, "*.html"), (PRINTING, "*.pdf"), (DISTILLING, "*.ps")):
             yield Row(fault, moment, strike(pattern), CONVERTED)
         yield Row(fault, DISTILLING_PRINTED, strike("*.ps~"), printed, "gs, of what was printed")
         yield Row(fault, DISTILLING_WARM, strike("*.ps~"), printed, "warm gs, of what was printed")
         yield Row(fault, MERGING, strike("*.pdf~"), joined)
-        yield Row(fault, DELIVERING, strike("*.pdf~"), joined)
+        yield Row(fault, DELIVERING, strike("*.pdf~"), delivered)
 
 
 def _clock():

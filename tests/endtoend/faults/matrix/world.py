@@ -10,6 +10,7 @@ import subprocess
 import tempfile
 import time
 import uuid
+from contextlib import suppress
 from pathlib import Path
 
 from . import documents
@@ -21,6 +22,7 @@ CATCH_SECONDS = 40.0  # the engine's first start on a busy machine included
 JOB_SECONDS = 90.0
 END_SECONDS = 10.0
 PERIOD = 0.002
+LOOKS = 20
 # The administrator's right to write everywhere is given up; the user stays the same.
 RIGHTS = "-dac_override,-dac_read_search"
 AS_ORDINARY_USER = () if os.geteuid() else ("setpriv", f"--bounding-set={RIGHTS}", f"--inh-caps={RIGHTS}", "--")
@@ -44,10 +46,13 @@ def catch(processes, program, opens, goes_on, complaint):
     pattern = re.compile(opens)
     deadline = time.monotonic() + CATCH_SECONDS
     while time.monotonic() < deadline and goes_on():
-        for pid in processes.of(program):
-            if has_open(pid, pattern) and _hold(pid, pattern):
-                return pid
-        time.sleep(PERIOD)
+        pids = processes.of(program)
+        # To look at all processes takes long; those that are known are looked at more often.
+        for _ in range(LOOKS if pids else 1):
+            for pid in pids:
+                if has_open(pid, pattern) and _hold(pid, pattern):
+                    return pid
+            time.sleep(PERIOD)
     raise Late(f"{program} was not seen with {opens} open; {complaint()}")
 
 
@@ -118,7 +123,9 @@ class World:
         """Lets every folder be written again."""
         for folder in (self.home, self.temporary, self.documents, self.out):
             for parent, _, _ in os.walk(folder):
-                os.chmod(parent, 0o700)
+                # Programs that are about to end remove theirs meanwhile.
+                with suppress(FileNotFoundError):
+                    os.chmod(parent, 0o700)
 
     # The installation
 

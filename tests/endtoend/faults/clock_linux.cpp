@@ -1,4 +1,6 @@
-// Loaded into programs under test: sets their wall clock back by a day once a file exists.
+// Loaded into programs under test, whose calls for the time come here first.
+#include "clock.h"
+
 #include <ctime>
 
 #include <cstdlib>
@@ -13,7 +15,7 @@ constexpr time_t Day = 24 * 60 * 60;
 
 bool isSetBack()
 {
-    const char *const sign = std::getenv("QUORLIN_TEST_CLOCK");
+    const char *const sign = std::getenv(Quorlin::ClockVariable);
     return sign && ::syscall(SYS_access, sign, F_OK) == 0;
 }
 
