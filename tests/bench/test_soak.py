@@ -422,7 +422,7 @@ class CommandTest(FolderTest):
     def test_nothing_is_lost_or_left_whatever_happens(self):
         kinds = "kill,remove,truncate,garbage,limits,crash"
         figures, text = self.soak("--minutes", "0.3", "--faults", "1", "--kinds", kinds, "--seed", "5")
-        self.assertGreater(figures["jobs"], 1)
+        self.assertGreaterEqual(figures["jobs"], 1)
         self.assertTrue(figures["faults"])
         self.assertIn("hangs: none", text)
 
