@@ -19,7 +19,7 @@ public:
     /// Whether the kernel has such filters.
     [[nodiscard]] static bool isSupported();
 
-    /// Puts the filter on the calling thread and on what it starts from now on; cannot be taken
+    /// Puts the filter on all threads and on what they start from now on; cannot be taken
     /// back. Safe between fork and exec. @return false when the kernel refused.
     [[nodiscard]] bool apply() const noexcept;
 

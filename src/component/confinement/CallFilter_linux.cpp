@@ -240,9 +240,13 @@ bool CallFilter::apply() const noexcept
     sock_fprog program{
         static_cast<unsigned short>(static_cast<size_t>(m_program.size()) / sizeof(sock_filter)),
         reinterpret_cast<sock_filter *>(const_cast<char *>(m_program.constData()))};
-    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           ::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program) ==
-               0;
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0)
+        return false;
+    // Containers may know only the older call, which leaves other threads alone: there are none
+    // but when connections are given up.
+    return ::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program) ==
+               0 ||
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
 }
 
 } // namespace Quorlin

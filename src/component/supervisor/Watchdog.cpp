@@ -3,6 +3,7 @@
 #include <QDirIterator>
 
 #include <algorithm>
+#include <limits>
 
 namespace Quorlin {
 
@@ -11,6 +12,10 @@ namespace {
 /// Milliseconds. A program can ask for a gigabyte in that time; the limits that the kernel
 /// enforces lie further out.
 constexpr int LookEvery = 200;
+
+/// So many files in the folder of one document are no document's any more; counting them would
+/// hold up everybody else.
+constexpr int MostFiles = 10'000;
 
 /// A worker, its engine and what little a script in its place may need.
 constexpr int MostProcesses = 32;
@@ -79,7 +84,9 @@ qint64 Watchdog::folderSize() const
     if (m_folder.isEmpty())
         return size;
     QDirIterator files(m_folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
+    for (int count = 0; files.hasNext(); ++count) {
+        if (count == MostFiles)
+            return std::numeric_limits<qint64>::max();
         files.next();
         size += files.fileInfo().size();
     }

@@ -37,6 +37,7 @@ Q_SIGNALS:
 private:
     void look();
     [[nodiscard]] Reason excess(qint64 diskBytes) const;
+    /// In bytes; more than any limit when there are too many files to count.
     [[nodiscard]] qint64 folderSize() const;
 
     QTimer m_timer;

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void staysQuietOnceItIsStopped();
     void startsAnewForTheNextWork();
     void aFolderThatIsGoneIsNoProgress();
+    void aFolderWithTooManyFilesIsNoRoom();
 };
 
 void TestWatchdog::bitesWhenNothingMoves()
@@ -166,6 +167,18 @@ void TestWatchdog::aFolderThatIsGoneIsNoProgress()
     QSignalSpy bit(&dog, &Watchdog::bit);
     dog.start({.stallMs = 100, .totalMs = Long}, TestFolder().path("gone"), 0);
     QVERIFY(bit.wait(Patience));
+}
+
+void TestWatchdog::aFolderWithTooManyFilesIsNoRoom()
+{
+    const TestFolder folder;
+    for (int number = 0; number <= 10'000; ++number)
+        folder.write(QByteArray::number(number).constData(), {});
+    Watchdog dog;
+    QSignalSpy bit(&dog, &Watchdog::bit);
+    dog.start({.stallMs = Long, .totalMs = Long}, folder.path(), 0);
+    QVERIFY(bit.wait(Patience));
+    QCOMPARE(bit[0][0].value<Reason>(), Reason::NoRoom);
 }
 
 QTEST_GUILESS_MAIN(TestWatchdog)
