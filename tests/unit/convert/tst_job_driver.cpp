@@ -1,42 +1,20 @@
 #include "convert/JobDriver.h"
 
-#include "KeptWindow.h"
-#include "convert/ComponentClient.h"
-#include "convert/PDFDistiller.h"
-#include "convert/PDFLib.h"
-#include "convert/PDFMerger.h"
-#include "support/KeptMessages.h"
-#include "support/TestFolder.h"
-#include "winsupport/TextSource.h"
-#include "winsupport/clsKelCopyFile.h"
+#include "unit/convert/JobScene.h"
 
 #include <QFile>
 #include <QTest>
 
-#include <functional>
-#include <memory>
-
 using namespace Quorlin;
 
-namespace {
-
-/// Every text is its key, so that messages show which texts they are made of.
-class KeyTexts : public TextSource
-{
-public:
-    [[nodiscard]] QString text(const QString &key) const override { return key; }
-};
-
-} // namespace
-
 /// The driver with a component that converts nothing but behaves as asked.
-class TestJobDriver : public QObject
+class TestJobDriver : public JobScene
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { prepare(); }
+    void cleanup() { tidyUp(); }
     void doesNothingWithoutDocuments();
     void doesNothingWhileTheWindowWorks();
     void deliversOneDocumentBesideIt();
@@ -63,105 +41,7 @@ private Q_SLOTS:
     void aJobBegunWhileResultsAreCopiedIsNotDisturbed();
     void leavesNoTemporaryFile();
     void leavesNoTemporaryFileAfterAFailedPrinting();
-
-private:
-    void start(const QList<QByteArray> &names);
-    /// Starts and waits until the window is idle again.
-    void run(const QList<QByteArray> &names);
-    [[nodiscard]] bool isOver() const;
-    [[nodiscard]] QStringList messages() const;
-
-    std::unique_ptr<TestFolder> m_folder;
-    std::unique_ptr<ComponentClient> m_client;
-    std::unique_ptr<PDFLib> m_lib;
-    std::unique_ptr<PDFDistiller> m_distiller;
-    std::unique_ptr<PDFMerger> m_merger;
-    std::unique_ptr<clsKelCopyFile> m_copy;
-    std::unique_ptr<ResultDelivery> m_delivery;
-    std::unique_ptr<JobDriver> m_driver;
-    ConversionSettings m_settings;
-    KeptWindow m_window;
-    KeptMessages m_messages;
-    KeyTexts m_texts;
-    QStringList m_opened;
-    std::function<void()> m_afterCopy;
 };
-
-void TestJobDriver::init()
-{
-    m_folder = std::make_unique<TestFolder>();
-    m_window = {};
-    m_messages.clear();
-    m_opened.clear();
-    m_afterCopy = {};
-    m_folder->write("Quorlin.ini", "[Printer]\nName = Test PDF\n[JobOptions]\nLow = l.joboptions\n"
-                                   "High = h.joboptions\n");
-    m_folder->write("Settings/l.joboptions", "<< >> setdistillerparams");
-    m_folder->write("Settings/h.joboptions", "<< >> setdistillerparams");
-    m_settings = *ConversionSettings::load(m_folder->path());
-    ComponentSettings component;
-    component.program = QStringLiteral(QUORLIN_FAKE_COMPONENT);
-    m_client = std::make_unique<ComponentClient>(component);
-    m_lib = std::make_unique<PDFLib>(*m_client);
-    m_distiller = std::make_unique<PDFDistiller>(*m_client);
-    m_merger = std::make_unique<PDFMerger>(*m_client);
-    m_copy = std::make_unique<clsKelCopyFile>();
-    m_delivery = std::make_unique<ResultDelivery>(
-        [this](const QString &source, const QString &destination) {
-            const auto copied = m_copy->CopyFile(source, destination, true, true);
-            if (m_afterCopy)
-                m_afterCopy();
-            return copied;
-        },
-        [this](const QString &name) { m_opened.append(name); }, m_messages, m_texts);
-    m_driver =
-        std::make_unique<JobDriver>(JobDriver::Parts{*m_lib, *m_distiller, *m_merger, m_window,
-                                                     m_messages, m_texts, *m_delivery},
-                                    m_settings);
-}
-
-void TestJobDriver::cleanup()
-{
-    m_driver.reset();
-    m_merger.reset();
-    m_distiller.reset();
-    m_lib.reset();
-    m_client.reset();
-    qunsetenv("QUORLIN_FAKE");
-    qunsetenv("QUORLIN_FAKE_LOG");
-}
-
-void TestJobDriver::start(const QList<QByteArray> &names)
-{
-    m_window.list.clear();
-    for (const auto &name : names)
-        m_window.list.append(m_folder->write(name.constData(), name));
-    m_driver->LblConvert_Click();
-}
-
-bool TestJobDriver::isOver() const
-{
-    return !m_window.working && !m_lib->isRunning() && !m_distiller->isRunning() &&
-           !m_merger->isRunning();
-}
-
-void TestJobDriver::run(const QList<QByteArray> &names)
-{
-    start(names);
-    QTRY_VERIFY_WITH_TIMEOUT(isOver(), 20000);
-}
-
-QStringList TestJobDriver::messages() const
-{
-    QStringList texts;
-    for (const auto &message : m_messages.all()) {
-        if (message.style != MessageStyle::Critical ||
-            message.title != QLatin1String("ErrorWindowTitle"))
-            texts.append(QStringLiteral("wrong style or title"));
-        texts.append(message.text);
-    }
-    return texts;
-}
 
 void TestJobDriver::doesNothingWithoutDocuments()
 {

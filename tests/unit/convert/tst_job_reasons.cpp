@@ -1,40 +1,17 @@
-#include "KeptWindow.h"
-#include "convert/ComponentClient.h"
-#include "convert/JobDriver.h"
-#include "convert/PDFDistiller.h"
-#include "convert/PDFLib.h"
-#include "convert/PDFMerger.h"
-#include "convert/ReasonTexts.h"
-#include "support/KeptMessages.h"
-#include "support/TestFolder.h"
-#include "winsupport/TextSource.h"
-#include "winsupport/clsKelCopyFile.h"
+#include "unit/convert/JobScene.h"
 
 #include <QTest>
 
-#include <memory>
-
 using namespace Quorlin;
 
-namespace {
-
-/// Every text is its key, so that messages show which texts they are made of.
-class KeyTexts : public TextSource
-{
-public:
-    [[nodiscard]] QString text(const QString &key) const override { return key; }
-};
-
-} // namespace
-
 /// What a job's messages say below their texts, which stay those of the table.
-class TestJobReasons : public QObject
+class TestJobReasons : public JobScene
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { prepare(); }
+    void cleanup() { tidyUp(); }
     void tellsWhyADocumentWasNotPrinted_data();
     void tellsWhyADocumentWasNotPrinted();
     void tellsInTheEndWhichDocumentsWereNotPrinted();
@@ -50,59 +27,8 @@ private Q_SLOTS:
     void reasonsAreInTheLanguageOfTheWindow();
 
 private:
-    void start(const QList<QByteArray> &names);
-    /// Starts and waits until the window is idle again.
-    void run(const QList<QByteArray> &names);
-    [[nodiscard]] bool isOver() const;
-    [[nodiscard]] QStringList messages() const;
     [[nodiscard]] QStringList details() const;
-    void makeDriver(const ReasonTexts *reasons);
-
-    std::unique_ptr<TestFolder> m_folder;
-    std::unique_ptr<ComponentClient> m_client;
-    std::unique_ptr<PDFLib> m_lib;
-    std::unique_ptr<PDFDistiller> m_distiller;
-    std::unique_ptr<PDFMerger> m_merger;
-    std::unique_ptr<clsKelCopyFile> m_copy;
-    std::unique_ptr<ResultDelivery> m_delivery;
-    std::unique_ptr<JobDriver> m_driver;
-    ConversionSettings m_settings;
-    KeptWindow m_window;
-    KeptMessages m_messages;
-    KeyTexts m_texts;
 };
-
-void TestJobReasons::start(const QList<QByteArray> &names)
-{
-    m_window.list.clear();
-    for (const auto &name : names)
-        m_window.list.append(m_folder->write(name.constData(), name));
-    m_driver->LblConvert_Click();
-}
-
-bool TestJobReasons::isOver() const
-{
-    return !m_window.working && !m_lib->isRunning() && !m_distiller->isRunning() &&
-           !m_merger->isRunning();
-}
-
-void TestJobReasons::run(const QList<QByteArray> &names)
-{
-    start(names);
-    QTRY_VERIFY_WITH_TIMEOUT(isOver(), 20000);
-}
-
-QStringList TestJobReasons::messages() const
-{
-    QStringList texts;
-    for (const auto &message : m_messages.all()) {
-        if (message.style != MessageStyle::Critical ||
-            message.title != QLatin1String("ErrorWindowTitle"))
-            texts.append(QStringLiteral("wrong style or title"));
-        texts.append(message.text);
-    }
-    return texts;
-}
 
 QStringList TestJobReasons::details() const
 {
@@ -110,50 +36,6 @@ QStringList TestJobReasons::details() const
     for (const auto &message : m_messages.all())
         texts.append(message.detail);
     return texts;
-}
-
-void TestJobReasons::makeDriver(const ReasonTexts *reasons)
-{
-    m_driver =
-        std::make_unique<JobDriver>(JobDriver::Parts{*m_lib, *m_distiller, *m_merger, m_window,
-                                                     m_messages, m_texts, *m_delivery, reasons},
-                                    m_settings);
-}
-
-void TestJobReasons::init()
-{
-    m_folder = std::make_unique<TestFolder>();
-    m_window = {};
-    m_messages.clear();
-    m_folder->write("Quorlin.ini", "[Printer]\nName = Test PDF\n[JobOptions]\nLow = l.joboptions\n"
-                                   "High = h.joboptions\n");
-    m_folder->write("Settings/l.joboptions", "<< >> setdistillerparams");
-    m_folder->write("Settings/h.joboptions", "<< >> setdistillerparams");
-    m_settings = *ConversionSettings::load(m_folder->path());
-    ComponentSettings component;
-    component.program = QStringLiteral(QUORLIN_FAKE_COMPONENT);
-    m_client = std::make_unique<ComponentClient>(component);
-    m_lib = std::make_unique<PDFLib>(*m_client);
-    m_distiller = std::make_unique<PDFDistiller>(*m_client);
-    m_merger = std::make_unique<PDFMerger>(*m_client);
-    m_copy = std::make_unique<clsKelCopyFile>();
-    m_delivery = std::make_unique<ResultDelivery>(
-        [this](const QString &source, const QString &destination) {
-            return m_copy->CopyFile(source, destination, true, true);
-        },
-        [](const QString &) {}, m_messages, m_texts);
-    makeDriver(nullptr);
-}
-
-void TestJobReasons::cleanup()
-{
-    m_driver.reset();
-    m_merger.reset();
-    m_distiller.reset();
-    m_lib.reset();
-    m_client.reset();
-    qunsetenv("QUORLIN_FAKE");
-    qunsetenv("QUORLIN_FAKE_LOG");
 }
 
 void TestJobReasons::tellsWhyADocumentWasNotPrinted_data()
