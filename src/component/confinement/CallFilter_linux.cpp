@@ -8,6 +8,7 @@
 #include <linux/filter.h>
 #include <linux/sched.h>
 #include <linux/seccomp.h>
+#include <linux/sockios.h>
 #include <seccomp.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
@@ -45,7 +46,11 @@ constexpr std::initializer_list<int> NeverNeeded{
     SCMP_SYS(move_mount),
     SCMP_SYS(move_pages),
     SCMP_SYS(mq_open),
+    SCMP_SYS(mq_unlink),
+    SCMP_SYS(msgctl),
     SCMP_SYS(msgget),
+    SCMP_SYS(msgrcv),
+    SCMP_SYS(msgsnd),
     SCMP_SYS(open_by_handle_at),
     SCMP_SYS(open_tree),
     SCMP_SYS(openat2),
@@ -62,11 +67,16 @@ constexpr std::initializer_list<int> NeverNeeded{
     SCMP_SYS(sched_setattr),
     SCMP_SYS(sched_setparam),
     SCMP_SYS(sched_setscheduler),
+    SCMP_SYS(semctl),
     SCMP_SYS(semget),
+    SCMP_SYS(semop),
+    SCMP_SYS(semtimedop),
     SCMP_SYS(setns),
     SCMP_SYS(setpgid),
     SCMP_SYS(setpriority),
     SCMP_SYS(setsid),
+    SCMP_SYS(shmat),
+    SCMP_SYS(shmctl),
     SCMP_SYS(shmget),
     SCMP_SYS(symlink),
     SCMP_SYS(symlinkat),
@@ -75,9 +85,10 @@ constexpr std::initializer_list<int> NeverNeeded{
     SCMP_SYS(userfaultfd),
 };
 
-/// What changes a file by its name without opening it: the file rules do not look at it.
-constexpr std::initializer_list<int> ChangesByName{
-    SCMP_SYS(chmod),       SCMP_SYS(chown),    SCMP_SYS(fchmodat),     SCMP_SYS(fchownat),
+/// What changes a file without opening it for writing: the file rules do not look at it.
+constexpr std::initializer_list<int> ChangesWithoutWriting{
+    SCMP_SYS(chmod),       SCMP_SYS(chown),    SCMP_SYS(fchmod),       SCMP_SYS(fchmodat),
+    SCMP_SYS(fchown),      SCMP_SYS(fchownat), SCMP_SYS(fremovexattr), SCMP_SYS(fsetxattr),
     SCMP_SYS(futimesat),   SCMP_SYS(lchown),   SCMP_SYS(lremovexattr), SCMP_SYS(lsetxattr),
     SCMP_SYS(removexattr), SCMP_SYS(setxattr), SCMP_SYS(truncate),     SCMP_SYS(utime),
     SCMP_SYS(utimensat),   SCMP_SYS(utimes),
@@ -85,11 +96,17 @@ constexpr std::initializer_list<int> ChangesByName{
 
 /// The same in younger kernels, under numbers that all machines share: fchmodat2, setxattrat,
 /// removexattrat, file_setattr.
-constexpr std::initializer_list<int> YoungerChangesByName{452, 463, 466, 469};
+constexpr std::initializer_list<int> YoungerChanges{452, 463, 466, 469};
 
 constexpr std::initializer_list<int> Signals{
     SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(pidfd_send_signal), SCMP_SYS(rt_sigqueueinfo)};
 
+/// To one thread of any process. Where signals stay inside by other rules they are needed: a
+/// program sends them to itself.
+constexpr std::initializer_list<int> ThreadSignals{SCMP_SYS(tgkill), SCMP_SYS(rt_tgsigqueueinfo)};
+
+/// What the kernel takes of an argument of type int; a filter sees all of the register.
+constexpr std::uint64_t Int = 0xFFFFFFFF;
 constexpr std::uint64_t SocketKind = 0xF; ///< the rest of a socket's type are flags
 constexpr std::uint64_t OpenMode = O_ACCMODE | O_TRUNC;
 constexpr std::uint64_t NewNamespace = CLONE_NEWNS | CLONE_NEWCGROUP | CLONE_NEWUTS | CLONE_NEWIPC |
@@ -176,16 +193,34 @@ void refuseNamespaces(FilterMaker &filter)
 
 void refuseTypingIntoTerminals(FilterMaker &filter)
 {
-    constexpr std::uint64_t Low = 0xFFFFFFFF;
-    filter.refuseIf(SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_MASKED_EQ, Low, TIOCSTI));
-    filter.refuseIf(SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_MASKED_EQ, Low, TIOCLINUX));
+    filter.refuseIf(SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_MASKED_EQ, Int, TIOCSTI));
+    filter.refuseIf(SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_MASKED_EQ, Int, TIOCLINUX));
+}
+
+/// A file can be told to send a signal to any process when something happens to it.
+void refuseSignalsOfFiles(FilterMaker &filter)
+{
+    for (const std::uint64_t command : {F_SETOWN, F_SETOWN_EX, F_SETSIG})
+        filter.refuseIf(SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_MASKED_EQ, Int, command));
+    for (const std::uint64_t request : {FIOSETOWN, SIOCSPGRP})
+        filter.refuseIf(SCMP_SYS(ioctl), SCMP_A1(SCMP_CMP_MASKED_EQ, Int, request));
+}
+
+/// What lies in the folder afterwards may get a second name beside the user's documents.
+void refuseProgramsOfOthers(FilterMaker &filter)
+{
+    for (const std::uint64_t bit : {S_ISUID, S_ISGID}) {
+        filter.refuseIf(SCMP_SYS(creat), SCMP_A1(SCMP_CMP_MASKED_EQ, bit, bit));
+        filter.refuseIf(SCMP_SYS(open), SCMP_A2(SCMP_CMP_MASKED_EQ, bit, bit));
+        filter.refuseIf(SCMP_SYS(openat), SCMP_A3(SCMP_CMP_MASKED_EQ, bit, bit));
+    }
 }
 
 void refuseWriteProbes(FilterMaker &filter)
 {
-    filter.refuseIf(SCMP_SYS(access), SCMP_A1(SCMP_CMP_EQ, W_OK), EACCES);
-    filter.refuseIf(SCMP_SYS(faccessat), SCMP_A2(SCMP_CMP_EQ, W_OK), EACCES);
-    filter.refuseIf(SCMP_SYS(faccessat2), SCMP_A2(SCMP_CMP_EQ, W_OK), EACCES);
+    filter.refuseIf(SCMP_SYS(access), SCMP_A1(SCMP_CMP_MASKED_EQ, Int, W_OK), EACCES);
+    filter.refuseIf(SCMP_SYS(faccessat), SCMP_A2(SCMP_CMP_MASKED_EQ, Int, W_OK), EACCES);
+    filter.refuseIf(SCMP_SYS(faccessat2), SCMP_A2(SCMP_CMP_MASKED_EQ, Int, W_OK), EACCES);
 }
 
 QByteArray makeProgram(const Boundaries &boundaries, bool scopesSignals)
@@ -193,7 +228,7 @@ QByteArray makeProgram(const Boundaries &boundaries, bool scopesSignals)
     FilterMaker filter;
     for (const int call : NeverNeeded)
         filter.refuse(call);
-    for (const auto &calls : {ChangesByName, YoungerChangesByName})
+    for (const auto &calls : {ChangesWithoutWriting, YoungerChanges})
         for (const int call : calls)
             filter.refuse(call);
     filter.refuseIf(SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_NE, 0));
@@ -201,13 +236,18 @@ QByteArray makeProgram(const Boundaries &boundaries, bool scopesSignals)
     refuseEmptying(filter);
     refuseNamespaces(filter);
     refuseTypingIntoTerminals(filter);
+    refuseSignalsOfFiles(filter);
+    refuseProgramsOfOthers(filter);
+    if (!scopesSignals)
+        for (const int call : ThreadSignals)
+            filter.refuse(call);
     if (!boundaries.connectsLocally)
         filter.refuse(SCMP_SYS(connect), EACCES);
     if (boundaries.ownSocketsOnly)
         refuseWriteProbes(filter);
     if (!boundaries.startsPrograms) {
         refuseProcesses(filter);
-        filter.refuseIf(SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_EQ, PR_SET_PDEATHSIG));
+        filter.refuseIf(SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_MASKED_EQ, Int, PR_SET_PDEATHSIG));
     }
     if (!boundaries.startsPrograms || !scopesSignals)
         for (const int call : Signals)
@@ -242,11 +282,12 @@ bool CallFilter::apply() const noexcept
         reinterpret_cast<sock_filter *>(const_cast<char *>(m_program.constData()))};
     if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0)
         return false;
-    // Containers may know only the older call, which leaves other threads alone: there are none
-    // but when connections are given up.
-    return ::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program) ==
-               0 ||
-           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
+    const auto result =
+        ::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program);
+    if (result != -1 || (errno != ENOSYS && errno != EPERM))
+        return result == 0;
+    // Containers may know only the older call, which is for the calling thread alone.
+    return ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program, 0, 0) == 0;
 }
 
 } // namespace Quorlin

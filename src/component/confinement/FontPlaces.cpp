@@ -22,11 +22,12 @@ QStringList texts(FcStrList *list)
     return result;
 }
 
-/// A folder named for fonts is not to open a whole home or a whole disk.
+/// A folder named for fonts is not to open a whole home, all homes or a whole disk.
 bool isTooMuch(const QString &path)
 {
     const auto clean = QDir::cleanPath(path);
-    return clean == QDir::rootPath() || clean == QDir::homePath() || !QDir::isAbsolutePath(clean);
+    const auto inside = clean == QDir::rootPath() ? clean : clean + QLatin1Char('/');
+    return !QDir::isAbsolutePath(clean) || (QDir::homePath() + QLatin1Char('/')).startsWith(inside);
 }
 
 QStringList find()

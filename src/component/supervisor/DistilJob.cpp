@@ -3,12 +3,12 @@
 #include "component/protocol/ResultNames.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/WorkFolder.h"
 #include "component/supervisor/Workers.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -64,9 +64,11 @@ bool DistilJob::bringInOptions()
             QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex());
         QFile copy(m_workers.optionsFolder() + QLatin1Char('/') + name +
                    QStringLiteral(".joboptions"));
-        if (!copy.exists() &&
-            (!copy.open(QIODevice::WriteOnly) || copy.write(content) != content.size()))
+        if (!copy.exists() && (!copy.open(QIODevice::WriteOnly) ||
+                               copy.write(content) != content.size() || !copy.flush())) {
+            copy.remove();
             return false;
+        }
         m_options.insert(document.options, copy.fileName());
     }
     return true;
@@ -172,7 +174,7 @@ bool DistilJob::lacksPages(const Work &work, const WorkerAnswer &answer)
 void DistilJob::retryAlone(qsizetype index)
 {
     auto &work = m_work[index];
-    QDir(work.folder).removeRecursively();
+    FolderRemoval::remove(work.folder);
     work.secondTry = true;
     if (prepare(index, work.isWarm() ? PostScriptOrigin::Printed : work.origin))
         bringIn(index, m_request.documents[index].file);
@@ -202,7 +204,7 @@ void DistilJob::refuse(qsizetype index, Reason reason, const QString &text)
 {
     leave(index);
     if (const auto &folder = m_work[index].folder; !folder.isEmpty())
-        QDir(folder).removeRecursively();
+        FolderRemoval::remove(folder);
     const auto &file = m_request.documents[index].file;
     fail(index, reason, text,
          OutputNames::missingName(QFileInfo(file).absolutePath(), ResultNames::baseOf(file),

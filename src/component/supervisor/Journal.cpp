@@ -2,6 +2,7 @@
 
 #include "component/protocol/Message.h"
 #include "component/supervisor/ExclusiveFile.h"
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/WorkFolder.h"
 
 #include <QDir>
@@ -94,7 +95,7 @@ QStringList remainsOf(const Notes &notes)
 
 bool removeAny(const QString &path)
 {
-    return QFileInfo(path).isDir() ? QDir(path).removeRecursively() : QFile::remove(path);
+    return QFileInfo(path).isDir() ? FolderRemoval::remove(path) : QFile::remove(path);
 }
 
 } // namespace

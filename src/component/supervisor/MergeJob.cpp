@@ -4,12 +4,12 @@
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
 #include "component/supervisor/ExclusiveFile.h"
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
 #include "component/supervisor/WorkFolder.h"
 #include "component/supervisor/Workers.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 
@@ -144,7 +144,7 @@ void MergeJob::succeedAll(const QString &output)
 void MergeJob::failAll(Reason reason, const QString &text)
 {
     if (!m_folder.isEmpty())
-        QDir(m_folder).removeRecursively();
+        FolderRemoval::remove(m_folder);
     const auto first = m_request.documents.first();
     const auto missing = OutputNames::missingName(
         QFileInfo(first).absolutePath(), ResultNames::baseOf(first), QStringLiteral("merged"));

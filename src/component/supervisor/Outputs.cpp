@@ -1,9 +1,9 @@
 #include "component/supervisor/Outputs.h"
 
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/Journal.h"
 #include "component/supervisor/OutputNames.h"
 
-#include <QDir>
 #include <QFile>
 #include <QMutexLocker>
 
@@ -57,7 +57,7 @@ void Outputs::remove(const QString &path)
     if (!output->kept.isEmpty())
         QFile::remove(output->kept);
     if (!output->folder.isEmpty())
-        QDir(output->folder).removeRecursively();
+        FolderRemoval::remove(output->folder);
     m_outputs.erase(output);
 }
 

@@ -3,6 +3,7 @@
 #include "component/protocol/Acceptance.h"
 #include "component/supervisor/Background.h"
 #include "component/supervisor/BringIn.h"
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/OutputNames.h"
 #include "component/supervisor/PdfFile.h"
 #include "component/supervisor/WorkFolder.h"
@@ -217,8 +218,8 @@ void PrintJob::retry(qsizetype index)
     document.secondTry = true;
     // An engine that died leaves its lock beside the export, and the next one heeds it.
     const auto folder = document.folder + QLatin1String(InputFolder);
-    if (!QDir(folder).removeRecursively() || !QDir().mkdir(folder))
-        return refuse(index, Reason::NoRoom);
+    if (!FolderRemoval::remove(folder) || !QDir().mkdir(folder))
+        return refuse(index, Reason::EngineFailed);
     bringIn(index, QStringLiteral("again-") + BringIn::plainName(document.file));
 }
 
@@ -303,7 +304,7 @@ void PrintJob::refuse(qsizetype index, Reason reason, const QString &text)
 {
     const auto &document = m_documents[index];
     if (!document.folder.isEmpty())
-        QDir(document.folder).removeRecursively();
+        FolderRemoval::remove(document.folder);
     leave();
     const auto folder = document.place.folder.isEmpty() ? QFileInfo(document.file).absolutePath()
                                                         : document.place.folder;

@@ -15,7 +15,7 @@ namespace Quorlin::ProcessGroup {
 struct Usage
 {
     int processes = 0;
-    qint64 memoryBytes = 0;     ///< that they share with nobody
+    qint64 memoryBytes = 0;     ///< without what is only a file's
     qint64 cpuMilliseconds = 0; ///< of those that live now and their reaped children
 };
 

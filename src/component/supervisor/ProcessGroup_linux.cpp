@@ -1,5 +1,7 @@
 #include "component/supervisor/ProcessGroup.h"
 
+#include "component/confinement/ChildSetUp.h"
+
 #include <QByteArray>
 #include <QProcess>
 
@@ -10,7 +12,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace Quorlin::ProcessGroup {
@@ -19,7 +20,7 @@ namespace {
 
 QByteArray content(const QByteArray &path)
 {
-    std::array<char, 1024> bytes{};
+    std::array<char, 4096> bytes{};
     const int file = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return {};
@@ -41,16 +42,15 @@ void add(const QByteArray &folder, qint64 group, Usage &usage)
     constexpr int FirstTime = 11; // own time in user and system, then that of reaped children
     constexpr int LastTime = 14;
     static const auto ticks = ::sysconf(_SC_CLK_TCK);
-    static const auto pageBytes = ::sysconf(_SC_PAGESIZE);
     const auto fields = statusFields(folder);
     if (fields.size() <= LastTime || fields[Group].toLongLong() != group)
         return;
     ++usage.processes;
     for (int time = FirstTime; time <= LastTime; ++time)
         usage.cpuMilliseconds += fields[time].toLongLong() * 1000 / ticks;
-    const auto pages = content(folder + "/statm").split(' ');
-    if (pages.size() > 2)
-        usage.memoryBytes += (pages[1].toLongLong() - pages[2].toLongLong()) * pageBytes;
+    for (const auto &line : content(folder + "/status").split('\n'))
+        if (line.startsWith("RssAnon:") || line.startsWith("RssShmem:"))
+            usage.memoryBytes += line.simplified().split(' ').value(1).toLongLong() * 1024;
 }
 
 } // namespace
@@ -58,7 +58,7 @@ void add(const QByteArray &folder, qint64 group, Usage &usage)
 void lead(QProcess &process, const ResourceLimits &limits,
           const std::shared_ptr<const Confinement> &confinement)
 {
-    const auto parent = ::getpid();
+    const auto parent = ChildSetUp::thisProcess();
     // Runs in the child between fork and exec: only async-signal-safe calls.
     process.setChildProcessModifier([parent, limits, confinement] {
         sigset_t none;
@@ -68,9 +68,7 @@ void lead(QProcess &process, const ResourceLimits &limits,
         // A file that would become too large is an error of writing, not the end of a program.
         ::signal(SIGXFSZ, SIG_IGN);
         ::setpgid(0, 0);
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() != parent)
-            ::_exit(1);
+        ChildSetUp::begin(parent);
         limits.apply();
         if (confinement && !confinement->enter())
             Confinement::abandon();

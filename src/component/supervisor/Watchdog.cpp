@@ -83,12 +83,15 @@ qint64 Watchdog::folderSize() const
     qint64 size = 0;
     if (m_folder.isEmpty())
         return size;
-    QDirIterator files(m_folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    QDirIterator files(
+        m_folder, QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+        QDirIterator::Subdirectories);
     for (int count = 0; files.hasNext(); ++count) {
         if (count == MostFiles)
             return std::numeric_limits<qint64>::max();
         files.next();
-        size += files.fileInfo().size();
+        if (files.fileInfo().isFile())
+            size += files.fileInfo().size();
     }
     return size;
 }

@@ -1,5 +1,6 @@
 #include "component/supervisor/WorkFolder.h"
 
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/Journal.h"
 
 #include <QDir>
@@ -54,7 +55,7 @@ QString WorkFolder::uniqueName()
 void WorkFolder::remove()
 {
     if (!m_path.isEmpty())
-        QDir(m_path).removeRecursively();
+        FolderRemoval::remove(m_path);
     m_path.clear();
 }
 

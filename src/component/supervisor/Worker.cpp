@@ -1,5 +1,6 @@
 #include "component/supervisor/Worker.h"
 
+#include "component/supervisor/FolderRemoval.h"
 #include "component/supervisor/ProcessGroup.h"
 
 #include <QDir>
@@ -41,7 +42,7 @@ Worker::~Worker()
     if (m_process.state() != QProcess::NotRunning)
         m_process.waitForFinished(2000);
     if (!m_place.isEmpty())
-        QDir(m_place).removeRecursively();
+        FolderRemoval::remove(m_place);
 }
 
 void Worker::start()
@@ -88,7 +89,7 @@ void Worker::run(WorkerTask task)
     m_task = std::move(task);
     if (!takeIn()) {
         // The answer must not come before this returns.
-        QTimer::singleShot(0, this, [this] { answer({Reason::NoRoom, {}, {}, false}); });
+        QTimer::singleShot(0, this, [this] { answer({Reason::EngineFailed, {}, {}, true}); });
         return;
     }
     m_request = m_task.request ? m_task.request(m_folder) : QJsonObject();
@@ -195,6 +196,8 @@ void Worker::processFinished(int exitCode, QProcess::ExitStatus status)
 {
     read(m_process.readAllStandardOutput());
     ProcessGroup::kill(m_group);
+    // The number may be somebody else's from now on.
+    m_group = 0;
     if (m_state == State::Busy)
         finishTask(exited(exitCode, status));
     becomeEnded();
@@ -206,7 +209,12 @@ void Worker::stopFor(Reason reason, const QString &text)
     if (m_state == State::Busy)
         finishTask({reason, text, {}, true});
     else
-        m_startFailure = {reason, tr("%1 took too long to start").arg(programName()), {}, true};
+        m_startFailure = {reason,
+                          reason == Reason::TookTooLong
+                              ? tr("%1 took too long to start").arg(programName())
+                              : text,
+                          {},
+                          true};
     becomeEnded();
 }
 

@@ -128,12 +128,13 @@ void TestProcessGroup::tooMuchRoomOnTheDiskIsNoticed()
 
 void TestProcessGroup::memoryIsBoundedByTheKernel()
 {
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("a sanitizer claims more memory than any bound that makes sense");
+#endif
     start(QStringLiteral("tail /dev/zero 2>message"), {.memoryBytes = 100 * Mebibyte});
     QVERIFY(m_process.waitForFinished(Patience));
-#ifndef __SANITIZE_ADDRESS__
     QVERIFY(m_process.exitCode() != 0);
     QVERIFY(contentOf(m_folder.path("message")).contains("memory"));
-#endif
 }
 
 void TestProcessGroup::filesAreBoundedByTheKernel()

@@ -1,5 +1,7 @@
 #include "component/backends/office/EngineProcess.h"
 
+#include "component/confinement/ChildSetUp.h"
+
 #include <QFile>
 
 #include <array>
@@ -8,7 +10,6 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -43,17 +44,17 @@ private:
 
 /// Runs in the child between fork() and execve(): nothing here may allocate.
 [[noreturn]] void become(const char *program, const char *folder, const ArgumentList &arguments,
-                         const ArgumentList &environment, int log, pid_t parent,
+                         const ArgumentList &environment, int log, qint64 parent,
                          const Confinement &confinement)
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ChildSetUp::begin(parent);
     const int nothing = ::open("/dev/null", O_RDONLY);
     ::dup2(nothing, STDIN_FILENO);
     ::dup2(log, STDOUT_FILENO);
     ::dup2(log, STDERR_FILENO);
     ::signal(SIGPIPE, SIG_DFL);
     ::umask(077);
-    if (::getppid() == parent && ::chdir(folder) == 0 && confinement.enter())
+    if (::chdir(folder) == 0 && confinement.enter())
         ::execve(program, arguments.data(), environment.data());
     ::_exit(127);
 }
@@ -98,7 +99,7 @@ bool EngineProcess::start(const EngineCommand &command)
     std::array<int, 2> log{};
     if (::pipe2(log.data(), O_CLOEXEC) != 0)
         return false;
-    const auto parent = ::getpid();
+    const auto parent = ChildSetUp::thisProcess();
     const auto child = ::fork();
     if (child == 0)
         become(program.constData(), folder.constData(), arguments, environment, log[1], parent,

@@ -1,5 +1,6 @@
 #include "component/backends/postscript/PdfToPs.h"
 
+#include "component/confinement/ChildSetUp.h"
 #include "component/confinement/Confinement.h"
 
 #include <QProcess>
@@ -45,7 +46,8 @@ void confine(QProcess &process, const QString &pdf)
     boundaries.runnable = {process.program()};
     const auto confinement = std::make_shared<const Confinement>(boundaries);
     // Runs in the child between fork and exec: only async-signal-safe calls.
-    process.setChildProcessModifier([confinement] {
+    process.setChildProcessModifier([confinement, parent = ChildSetUp::thisProcess()] {
+        ChildSetUp::begin(parent);
         if (!confinement->enter())
             Confinement::abandon();
     });
