@@ -21,8 +21,8 @@ from matrix.stages import STAGES  # noqa: E402
 from matrix.world import AS_ORDINARY_USER, World, pages_of  # noqa: E402
 
 CONTINUE, STOP = 18, 19
-# Two tries of a document that stands still for four seconds each, on a busy machine.
-HUNG_SECONDS = 30
+# Two tries of a document that stands still for six seconds each, on a busy machine.
+HUNG_SECONDS = 40
 RESULTS = {}
 
 

@@ -11,7 +11,7 @@ CONVERTED = "converted"
 NO_REPORT = "no report"  # there is nobody left to write it
 ANY_FAILURE = "not-allowed or no-room or engine-failed"
 # Long enough for an engine's start where a process is to be caught at work.
-STALL, SHORT_STALL = ("--stall", "4"), ("--stall", "1")
+STALL, SHORT_STALL = ("--stall", "6"), ("--stall", "3")
 
 FAULTS = ("worker killed", "worker hung", "worker out of memory", "worker answers garbage", "worker writes nothing",
           "working folder full", "result folder full", "folder read-only", "working folder read-only",
@@ -76,7 +76,7 @@ def _faulty():
         name = program.replace("-", "_")
         limits = STALL if moment is DISTILLING_WARM else SHORT_STALL
         yield Row("worker answers garbage", moment, damage.nothing, of_garbage, limits=limits, replaced={name: garbage})
-        yield Row("worker writes nothing", moment, damage.nothing, of_nothing, limits=limits, replaced={name: empty})
+        yield Row("worker writes nothing", moment, damage.nothing, of_nothing, replaced={name: empty})
 
 
 def _full():
