@@ -248,10 +248,10 @@ QByteArray makeProgram(const Boundaries &boundaries, bool scopesSignals)
     if (!boundaries.startsPrograms) {
         refuseProcesses(filter);
         filter.refuseIf(SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_MASKED_EQ, Int, PR_SET_PDEATHSIG));
-    }
-    if (!boundaries.startsPrograms || !scopesSignals)
+        // Who starts programs also has to end them.
         for (const int call : Signals)
             filter.refuse(call);
+    }
     return filter.program();
 }
 

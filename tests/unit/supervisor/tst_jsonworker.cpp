@@ -241,11 +241,11 @@ void TestJsonWorker::progressKeepsASlowWorkerAlive()
     QVERIFY(m_watch->start());
     auto work = request("wait-for");
     work.insert(QStringLiteral("file"), sign);
-    m_watch->begin(work, m_folder->makeFolder("work"), {.stallMs = 1000, .totalMs = 60'000});
+    m_watch->begin(work, m_folder->makeFolder("task"), {.stallMs = 1000, .totalMs = 60'000});
     QByteArray growing;
     QElapsedTimer clock;
     for (clock.start(); clock.elapsed() < 2000; QTest::qWait(20))
-        m_folder->write("place/work/output", growing += 'x');
+        m_folder->write("place/task/output", growing += 'x');
     m_folder->write("sign", "");
     QVERIFY(m_watch->waitForAnswer());
     QCOMPARE(m_watch->answers[0].reason, Reason::None);
@@ -381,26 +381,26 @@ void TestJsonWorker::aWorkerThatSaysItIsItsLastAnswerEnds()
 
 void TestJsonWorker::theWorksFolderIsInTheWorkersPlaceMeanwhile()
 {
-    m_folder->write("work/document", "content");
+    m_folder->write("task/document", "content");
     QVERIFY(m_watch->start());
     auto work = request("wait-for");
     work.insert(QStringLiteral("file"), m_folder->path("sign"));
-    m_watch->begin(work, m_folder->path("work"));
-    QCOMPARE(contentOf(m_folder->path("place/work/document")), QByteArray("content"));
-    QVERIFY(!QFile::exists(m_folder->path("work")));
+    m_watch->begin(work, m_folder->path("task"));
+    QCOMPARE(contentOf(m_folder->path("place/task/document")), QByteArray("content"));
+    QVERIFY(!QFile::exists(m_folder->path("task")));
     m_folder->write("sign", "");
     QVERIFY(m_watch->waitForAnswer());
-    QCOMPARE(m_watch->answers[0].folder, m_folder->path("place/work"));
-    QCOMPARE(contentOf(m_folder->path("work/document")), QByteArray("content"));
-    QVERIFY(!QFile::exists(m_folder->path("place/work")));
+    QCOMPARE(m_watch->answers[0].folder, m_folder->path("place/task"));
+    QCOMPARE(contentOf(m_folder->path("task/document")), QByteArray("content"));
+    QVERIFY(!QFile::exists(m_folder->path("place/task")));
 }
 
 void TestJsonWorker::theWorksFolderComesBackFromAWorkerThatDies()
 {
-    m_folder->write("work/document", "content");
+    m_folder->write("task/document", "content");
     QVERIFY(m_watch->start());
-    QCOMPARE(m_watch->run(request("die"), m_folder->path("work")).reason, Reason::EngineFailed);
-    QCOMPARE(contentOf(m_folder->path("work/document")), QByteArray("content"));
+    QCOMPARE(m_watch->run(request("die"), m_folder->path("task")).reason, Reason::EngineFailed);
+    QCOMPARE(contentOf(m_folder->path("task/document")), QByteArray("content"));
 }
 
 void TestJsonWorker::theWorkersPlaceGoesWithIt()
